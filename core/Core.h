@@ -1,0 +1,4 @@
+// The core library qrncore: everything a user of the CIM object model includes.
+#pragma once
+
+#include "core/Status.h"
