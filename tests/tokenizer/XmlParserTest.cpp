@@ -1,0 +1,410 @@
+// Tests of TXmlParser: each case is a small document and the exact callbacks it must produce.
+#include "tokenizer/XmlParser.h"
+
+#include <gtest/gtest.h>
+
+#include <pthread.h>
+
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace NQRN20 {
+namespace {
+
+enum EErrors { kErrorsThrow, kErrorsReturn };
+enum ELines { kWithoutLines, kWithLines };
+
+struct TStop {};
+
+// Records every callback as one line. A document attribute reject='format' or reject='value'
+// makes StartElement reject its tag through the matching pseudo-attribute, as the CIM-XML
+// interpreter does; reject='both' adds both.
+class TRecorder : public TXmlParser {
+public:
+    TRecorder(EErrors errors, ELines lines) : m_errors(errors), m_lines(lines) {}
+
+    std::vector<std::string> m_events;
+    size_t m_errorCount = 0;
+
+    void StartElement(const char* name, TAttributeMap& attributes) override {
+        std::string event = std::string("start ") + name;
+        for (const auto& attribute : attributes) {
+            event += " " + attribute.first + "='" + attribute.second + "'";
+        }
+        Record(event);
+        const auto reject = attributes.find("reject");
+        if (reject == attributes.end()) {
+            return;
+        }
+        if (reject->second == "format" || reject->second == "both") {
+            attributes["throwExInvalidFormat"] = "kQRNStatusInvalidFormat";
+        }
+        if (reject->second == "value" || reject->second == "both") {
+            attributes["throwExInvalidValue"] = "kQRNStatusInvalidProperty";
+        }
+    }
+    void EndElement(const char* name) override { Record(std::string("end ") + name); }
+    void processingInstruction(const char* target, const char* data) override {
+        Record(std::string("pi ") + target + " " + data);
+    }
+    void characters(const char* text, uint32_t length) override {
+        Record("text '" + Escape(text, length) + "'");
+    }
+    void notationDecl(const char*, const char*, const char*) override { Record("notation"); }
+    void FatalError(const char* message) override {
+        ++m_errorCount;
+        m_events.push_back("error " + std::to_string(GetCurLine()) + ": " + message);
+        if (m_errors == kErrorsThrow) {
+            throw TStop();
+        }
+    }
+
+private:
+    void Record(const std::string& event) {
+        m_events.push_back(m_lines == kWithLines ? std::to_string(GetCurLine()) + " " + event
+                                                 : event);
+    }
+    static std::string Escape(const char* text, uint32_t length) {
+        std::string escaped;
+        for (uint32_t i = 0; i < length; ++i) {
+            const unsigned char c = static_cast<unsigned char>(text[i]);
+            if (c == '\n') {
+                escaped += "\\n";
+            } else if (c == '\r') {
+                escaped += "\\r";
+            } else if (c < 0x20 || c >= 0x7F) {
+                char hex[8];
+                std::snprintf(hex, sizeof hex, "\\x%02X", c);
+                escaped += hex;
+            } else {
+                escaped += char(c);
+            }
+        }
+        return escaped;
+    }
+
+    EErrors m_errors;
+    ELines m_lines;
+};
+
+std::string Join(const std::vector<std::string>& lines) {
+    std::string joined;
+    for (const std::string& line : lines) {
+        joined += line + "\n";
+    }
+    return joined;
+}
+
+// Parses a copy of the document in a buffer of exactly its size plus the zero byte, so that the
+// address sanitizer catches any read past the end, and checks that every temporary terminator
+// was put back. Returns the recorded events, one a line.
+std::string Scan(const std::string& document, EErrors errors = kErrorsThrow,
+                 ELines lines = kWithoutLines, size_t* errorCount = nullptr) {
+    std::unique_ptr<char[]> buffer(new char[document.size() + 1]);
+    std::memcpy(buffer.get(), document.c_str(), document.size() + 1);
+    TRecorder recorder(errors, lines);
+    try {
+        recorder.Parse(buffer.get());
+    } catch (const TStop&) {
+    }
+    EXPECT_EQ(document.size(), std::strlen(buffer.get())) << "a terminator was left in place";
+    if (errorCount != nullptr) {
+        *errorCount = recorder.m_errorCount;
+    }
+    return Join(recorder.m_events);
+}
+
+struct TCase {
+    const char* m_document;
+    std::vector<std::string> m_events;
+};
+
+void RunCases(const std::vector<TCase>& cases, EErrors errors, ELines lines = kWithoutLines) {
+    for (const TCase& c : cases) {
+        SCOPED_TRACE(c.m_document);
+        EXPECT_EQ(Join(c.m_events), Scan(c.m_document, errors, lines));
+    }
+}
+
+TEST(TXmlParser, ReportsTheWorkedExampleInSixGroupsOfCalls) {
+    EXPECT_EQ(Join({
+                  "start A b='1 &lt; 2' name='n'",
+                  "pi TBD TBD",
+                  "text 't'",
+                  "text '&'",
+                  "text 'u'",
+                  "text 'A'",
+                  "start B",
+                  "end B",
+                  "text '\\n'",
+                  "end A",
+              }),
+              Scan("<?xml version='1.0'?>\n<!-- sample -->\n"
+                   "<A Name='n' b='1 &lt; 2'><?pi x?>t&amp;u&#x41;<B/>\n</A>\n"));
+}
+
+TEST(TXmlParser, ScansThePrologAndWhatFollowsTheRootElement) {
+    RunCases(
+        {
+            {"", {"error 1: Unexpected character before prolog"}},
+            {" <A/>", {"error 1: Unexpected character before prolog"}},
+            {"\n<A/>", {"error 2: Unexpected character before prolog"}},
+            {"\xEF\xBB\xBF<A/>", {"error 1: Unexpected character before prolog"}},
+            {"<A/>", {"start A", "end A"}},
+            {"<!-- c --><A/>", {"error 1: Invalid element/attribute name"}},
+            {"<?xml version='1.0'?><?pi x?><A/>", {"pi TBD TBD", "start A", "end A"}},
+            {"<?xml?>\n<!-- c -->\n<?p?>\n<A/>", {"pi TBD TBD", "start A", "end A"}},
+            {"<?xml version='1.0'?><!DOCTYPE CIM SYSTEM 'x.dtd'><CIM/>", {"start CIM", "end CIM"}},
+            {"<?xml version='1.0'?><!doctype CIM><CIM/>",
+             {"error 1: Unexpected character in doctypedecl"}},
+            {"<?xml?><!DOCTYPE a><!DOCTYPE b><a/>", {"error 1: Invalid element/attribute name"}},
+            {"<?xml?><!DOCTYPE a [<!ELEMENT a ANY>]><a/>",
+             {"error 1: Unexpected character before element"}},
+            {"<?xml?><%x%><A/>", {"error 1: Invalid XML '<%' characters encountered"}},
+            {"<?xml version='1.0'", {"error 1: Invalid element/attribute name"}},
+            {"<?xml?>", {"error 1: Unexpected character before element"}},
+            {"<A/> <!-- c --> <?p?>\n", {"start A", "end A", "pi TBD TBD"}},
+            {"<A/><B/>", {"start A", "end A"}},
+            {"<A/> stray text <B/>", {"start A", "end A"}},
+            {"<A/><%x%>", {"start A", "end A", "error 1: Invalid XML '<%' characters encountered"}},
+        },
+        kErrorsThrow);
+}
+
+TEST(TXmlParser, AcceptsNamesOfLettersDigitsAndPunctuationOnly) {
+    RunCases(
+        {
+            {"<_a/>", {"start _a", "end _a"}},
+            {"<:a/>", {"start :a", "end :a"}},
+            {"<a.b-c_d:e9/>", {"start a.b-c_d:e9", "end a.b-c_d:e9"}},
+            {"<1a/>", {"error 1: Invalid element/attribute name"}},
+            {"<-a/>", {"error 1: Invalid element/attribute name"}},
+            {"<.a/>", {"error 1: Invalid element/attribute name"}},
+            {"<a\xC3\xA9/>", {"error 1: Unexpected character before end of element"}},
+            {"<", {"error 1: Invalid element/attribute name"}},
+            {"<A", {"error 1: Unexpected character before end of element"}},
+        },
+        kErrorsThrow);
+}
+
+TEST(TXmlParser, ScansStartTagsEndTagsAndAttributes) {
+    RunCases(
+        {
+            {"<A></A>", {"start A", "end A"}},
+            {"<A / >", {"error 1: Unexpected character before end of element"}},
+            {"<A/ >", {"error 1: Unexpected character before end of element"}},
+            {"<A x='1'y='2'/>", {"error 1: Unexpected character before end of element"}},
+            {"<A x = '1' />", {"start A x='1'", "end A"}},
+            {"<A\tX='1'\r\nY=\"2\"></A >", {"start A x='1' y='2'", "end A"}},
+            {"<A x='say \"hi\"' y=\"it's\"/>", {"start A x='say \"hi\"' y='it's'", "end A"}},
+            {"<A x='a\nb'/>", {"start A x='a\nb'", "end A"}},
+            {"<A NAME='x' name='y'/>", {"error 1: Attribute appears twice"}},
+            {"<A x/>", {"error 1: Unexpected character between attribute name and value"}},
+            {"<A x=1/>", {"error 1: Unexpected character after equals of attribute name"}},
+            {"<A x='a<b'/>", {"error 1: Unexpected character(<) in attribute value"}},
+            {"<A x='&#65;'/>", {"error 1: Unexpected character(&) in attribute value"}},
+            {"<A x='&nbsp;'/>", {"error 1: Unexpected character(&) in attribute value"}},
+            {"<A x='&Amp;&lt;&GT;&quot;&apos;'/>",
+             {"start A x='&Amp;&lt;&GT;&quot;&apos;'", "end A"}},
+            {"<A x='1", {"error 1: End of input inside an attribute value"}},
+            {"<A x='&amp", {"error 1: Unexpected character(&) in attribute value"}},
+            {"<A %x='1'/>", {"error 1: Unexpected character before end of element"}},
+            {"<A></a>", {"start A", "error 1: Start and end element names don't match"}},
+            {"<A></AB>", {"start A", "error 1: Start and end element names don't match"}},
+            {"<AB></A>", {"start AB", "error 1: Start and end element names don't match"}},
+            {"<A></A x>", {"start A", "error 1: Unexpected character before end of element"}},
+            {"<A></1>", {"start A", "error 1: Invalid element/attribute name"}},
+            {"<A>text",
+             {"start A", "text 'text'", "error 1: Unexpected character where element expected"}},
+            {"<A><", {"start A", "error 1: Invalid element/attribute name"}},
+            {"<A><B><C/></B></A>", {"start A", "start B", "start C", "end C", "end B", "end A"}},
+        },
+        kErrorsThrow);
+}
+
+TEST(TXmlParser, DeliversTextAndReferencesInOrder) {
+    RunCases(
+        {
+            {"<A>a&b</A>", {"start A", "text 'a'", "error 1: Unknown entity reference"}},
+            {"<A>&AMP;&Lt;&gT;&QUOT;&apos;</A>",
+             {"start A", "text '&'", "text '<'", "text '>'", "text '\"'", "text '''", "end A"}},
+            {"<A>&#65;&#x41;&#X6a;&#1000;</A>",
+             {"start A", "text 'A'", "text 'A'", "text 'j'", "text '\\xE8'", "end A"}},
+            {"<A>&#256;</A>", {"start A", "text '\\x00'", "end A"}},
+            {"<A>&#x;</A>", {"start A", "error 1: Invalid hex character"}},
+            {"<A>&#;</A>", {"start A", "error 1: Invalid hex character"}},
+            {"<A>&#12a;</A>", {"start A", "error 1: Unknown entity reference"}},
+            {"<A>&#xfg;</A>", {"start A", "error 1: Unknown entity reference"}},
+            {"<A>&am;</A>", {"start A", "error 1: Unknown entity reference"}},
+            {"<A>&</A>", {"start A", "error 1: Unknown entity reference"}},
+            {"<A>&#12", {"start A", "error 1: End of input inside a character reference"}},
+            {"<A>x<![CDATA[y]]>z</A>", {"start A", "text 'x'"}},
+            {"<A><!DOCTYPE x></A>", {"start A"}},
+            {"<A><!-- c --><?p?>x</A>", {"start A", "pi TBD TBD", "text 'x'", "end A"}},
+            {"<A><!-- c -- d -->x</A>", {"start A", "text 'x'", "end A"}},
+            {"<A><!-- unterminated </A>", {"start A"}},
+            {"<A><?unterminated </A>", {"start A"}},
+            {"<A>x<%y%></A>",
+             {"start A", "text 'x'", "error 1: Invalid XML '<%' characters encountered"}},
+            {"<A> <B/>\t</A>",
+             {"start A", "text ' '", "start B", "end B", "text '\\x09'", "end A"}},
+        },
+        kErrorsThrow);
+}
+
+TEST(TXmlParser, ReadsTheRejectionsThatStartElementWritesIntoTheAttributeMap) {
+    RunCases(
+        {
+            // A rejected root child is still scanned to its end; then the document ends quietly.
+            {"<R><A reject='format'><B/></A><C/></R>",
+             {"start R", "start A reject='format'", "start B", "end B", "end A"}},
+            // One level deeper, the next end tag belongs to the element that stopped.
+            {"<R><P><A reject='format'/><B/></P></R>",
+             {"start R", "start P", "start A reject='format'", "end A", "start B", "end B",
+              "error 1: Start and end element names don't match"}},
+            {"<R><VALUE reject='value'>x</VALUE></R>",
+             {"start R", "start VALUE reject='value'", "text 'x'", "end R"}},
+            {"<R><VALUE reject='value'/></R>",
+             {"start R", "start VALUE reject='value'", "end VALUE", "end R"}},
+            {"<R><Value reject='value'>x</Value></R>",
+             {"start R", "start Value reject='value'", "text 'x'", "end Value", "end R"}},
+            // Only a map that grew by exactly one entry counts as a rejection.
+            {"<R><VALUE reject='both'>x</VALUE></R>",
+             {"start R", "start VALUE reject='both'", "text 'x'", "end VALUE", "end R"}},
+            // A failing comment stops its element and the enclosing one, without a message.
+            {"<R><P><!x></P><B/></R>", {"start R", "start P"}},
+        },
+        kErrorsThrow);
+}
+
+TEST(TXmlParser, GoesOnAfterEachErrorWhenFatalErrorReturns) {
+    RunCases(
+        {
+            {"",
+             {"error 1: Unexpected character before prolog",
+              "error 1: Unexpected character before element"}},
+            {"x<A/>", {"error 1: Unexpected character before prolog", "start A", "end A"}},
+            {"<A x='1' X='2'/>", {"error 1: Attribute appears twice", "start A x='1'", "end A"}},
+            {"<A>a&b</A>", {"start A", "text 'a'", "error 1: Unknown entity reference", "end A"}},
+            {"<A>&q<B/></A>",
+             {"start A", "error 1: Unknown entity reference", "text 'B/>'", "end A"}},
+            {"<A>&#;5;</A>",
+             {"start A", "error 1: Invalid hex character", "text '\\x05'", "end A"}},
+            {"<A>&#1a2;</A>",
+             {"start A", "error 1: Unknown entity reference", "text '\\x0C'", "end A"}},
+            {"<A>&#12",
+             {"start A", "error 1: End of input inside a character reference",
+              "error 1: Unexpected character where element expected"}},
+            {"<A x='1",
+             {"error 1: End of input inside an attribute value",
+              "error 1: Unexpected character before end of element"}},
+            {"<A x='&#65;'/>",
+             {"error 1: Unexpected character(&) in attribute value",
+              "error 1: Unexpected character before end of element"}},
+            // The scan resumes where the failed end tag stopped, one element further out.
+            {"<R><Q><A></B><C/></Q></R>",
+             {"start R", "start Q", "start A", "error 1: Start and end element names don't match",
+              "text '>'", "start C", "end C", "error 1: Start and end element names don't match"}},
+            {"<?xml?><%x%><A/>",
+             {"error 1: Invalid XML '<%' characters encountered",
+              "error 1: Invalid element/attribute name"}},
+        },
+        kErrorsReturn);
+}
+
+TEST(TXmlParser, CountsLinesByLineFeedsAtTheDocumentedPositions) {
+    RunCases(
+        {
+            {"<A\n x='1'\n>\n</A>", {"3 start A x='1'", "4 text '\\n'", "4 end A"}},
+            {"<A>\r\r<B\r/>\r</A>",
+             {"1 start A", "1 text '\\r\\r'", "1 start B", "1 end B", "1 text '\\r'", "1 end A"}},
+            // A line feed under an element name's terminator still counts.
+            {"<A\n>x\n<B\n/>&amp;\n</A\n>",
+             {"2 start A", "3 text 'x\\n'", "4 start B", "4 end B", "4 text '&'", "5 text '\\n'",
+              "6 end A"}},
+            {"<?xml?>\n\n<A>\n\n&bad;</A>",
+             {"3 start A", "5 text '\\n\\n'", "error 5: Unknown entity reference"}},
+        },
+        kErrorsThrow, kWithLines);
+}
+
+std::string Nested(size_t depth) {
+    std::string document;
+    for (size_t i = 0; i < depth; ++i) {
+        document += "<a>";
+    }
+    for (size_t i = 0; i < depth; ++i) {
+        document += "</a>";
+    }
+    return document;
+}
+
+TEST(TXmlParser, AcceptsTheMaximumNestingAndRefusesOneMore) {
+    size_t errors = 0;
+    Scan(Nested(TXmlParser::kMaxElementDepth), kErrorsThrow, kWithoutLines, &errors);
+    EXPECT_EQ(0u, errors);
+    const std::string events = Scan(Nested(TXmlParser::kMaxElementDepth + 1));
+    EXPECT_NE(std::string::npos, events.find("error 1: Element nesting too deep\n"));
+}
+
+struct TDeepRun {
+    std::string m_document;
+    EErrors m_errors;
+    size_t m_errorCount;
+};
+
+void* RunDeep(void* argument) {
+    TDeepRun* run = static_cast<TDeepRun*>(argument);
+    Scan(run->m_document, run->m_errors, kWithoutLines, &run->m_errorCount);
+    return nullptr;
+}
+
+TEST(TXmlParser, ParsesAVeryDeepDocumentOnASmallStackInBothErrorModes) {
+    for (EErrors errors : {kErrorsThrow, kErrorsReturn}) {
+        TDeepRun run{Nested(100000), errors, 0};
+        pthread_attr_t attributes;
+        pthread_attr_init(&attributes);
+        pthread_attr_setstacksize(&attributes, 256 * 1024);
+        pthread_t thread;
+        ASSERT_EQ(0, pthread_create(&thread, &attributes, RunDeep, &run));
+        pthread_join(thread, nullptr);
+        pthread_attr_destroy(&attributes);
+        EXPECT_GT(run.m_errorCount, 0u);
+    }
+}
+
+std::string ReadExample(const char* name) {
+    std::ifstream file(std::string(XMLPARSER_EXAMPLES_DIR) + "/" + name, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+// A document cut short anywhere before the end of its root element must never pass for the
+// whole document, and must not crash or read past its end in either error mode. (Some cuts,
+// such as one inside a processing instruction in content, end the scan without a message.)
+TEST(TXmlParser, NeverTakesAPrefixOfADocumentForTheWholeDocument) {
+    const std::vector<std::string> samples = {
+        "<?xml version='1.0'?>\n<!-- sample -->\n"
+        "<A Name='n' b='1 &lt; 2'><?pi x?>t&amp;u&#x41;<B/>\n</A>\n",
+        ReadExample("schema.xml"),
+        ReadExample("instances.xml"),
+    };
+    for (const std::string& sample : samples) {
+        ASSERT_FALSE(sample.empty());
+        const std::string whole = Scan(sample);
+        const size_t rootEnd = sample.rfind('>') + 1;
+        for (size_t length = 0; length < rootEnd; ++length) {
+            const std::string prefix = sample.substr(0, length);
+            SCOPED_TRACE(prefix);
+            EXPECT_NE(whole, Scan(prefix, kErrorsThrow));
+            EXPECT_NE(whole, Scan(prefix, kErrorsReturn));
+        }
+    }
+}
+
+} // namespace
+} // namespace NQRN20

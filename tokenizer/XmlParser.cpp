@@ -1,0 +1,612 @@
+// The scanning loop of TXmlParser: prolog, elements, attributes, character data and references.
+#include "tokenizer/XmlParser.h"
+
+#include <cstring>
+
+namespace NQRN20 {
+
+namespace {
+
+const char kBeforeProlog[] = "Unexpected character before prolog";
+const char kInDocTypeDecl[] = "Unexpected character in doctypedecl";
+const char kInvalidName[] = "Invalid element/attribute name";
+const char kJSSP[] = "Invalid XML '<%' characters encountered";
+const char kBeforeElement[] = "Unexpected character before element";
+const char kBeforeEndOfElement[] = "Unexpected character before end of element";
+const char kWhereElementExpected[] = "Unexpected character where element expected";
+const char kNamesDontMatch[] = "Start and end element names don't match";
+const char kBeforeEquals[] = "Unexpected character between attribute name and value";
+const char kAfterEquals[] = "Unexpected character after equals of attribute name";
+const char kLessThanInValue[] = "Unexpected character(<) in attribute value";
+const char kAmpersandInValue[] = "Unexpected character(&) in attribute value";
+const char kAttributeTwice[] = "Attribute appears twice";
+const char kUnknownEntity[] = "Unknown entity reference";
+const char kInvalidHex[] = "Invalid hex character";
+const char kValueUnterminated[] = "End of input inside an attribute value";
+const char kReferenceUnterminated[] = "End of input inside a character reference";
+const char kTooDeep[] = "Element nesting too deep";
+
+// Pseudo-attributes through which StartElement rejects the tag it was given.
+const char kRejectFormat[] = "throwExInvalidFormat";
+const char kRejectValue[] = "throwExInvalidValue";
+// The only element whose end callback a rejected value suppresses.
+const char kValueElement[] = "VALUE";
+// Targets and data of processing instructions and notations are not extracted.
+const char kNotExtracted[] = "TBD";
+
+struct TEntity {
+    const char* m_name; // lower case, with its ';'
+    char m_character;
+};
+const TEntity kEntities[] = {
+    {"amp;", '&'}, {"apos;", '\''}, {"gt;", '>'}, {"lt;", '<'}, {"quot;", '"'},
+};
+// The order in which an attribute value's reference is compared.
+const char* const kValueEntities[] = {"gt;", "lt;", "amp;", "apos;", "quot;"};
+
+inline bool IsSpace(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+inline bool IsLetter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+inline bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+inline bool IsNameStart(char c) {
+    return IsLetter(c) || c == '_' || c == ':';
+}
+inline bool IsNameChar(char c) {
+    return IsNameStart(c) || IsDigit(c) || c == '.' || c == '-';
+}
+inline char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
+}
+
+// The digit's value in the base, or -1 when it is not a digit of it.
+int DigitValue(char c, unsigned base) {
+    if (IsDigit(c)) {
+        return c - '0';
+    }
+    c = Lower(c);
+    return base == 16 && c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+}
+
+// Puts a zero byte in place for the duration of a callback, so that the text before it is a
+// zero-terminated string; restores the byte also when the callback throws.
+class TTerminator {
+public:
+    explicit TTerminator(char* at) : m_at(at), m_saved(*at) { *at = 0; }
+    ~TTerminator() { *m_at = m_saved; }
+    TTerminator(const TTerminator&) = delete;
+    TTerminator& operator=(const TTerminator&) = delete;
+
+private:
+    char* m_at;
+    char m_saved;
+};
+
+} // namespace
+
+// One open element: counts its depth and, once its start tag is complete, keeps its name
+// zero-terminated until the element ends, also when a callback throws.
+struct TXmlParser::TOpenElement {
+    TOpenElement(TXmlParser& parser, const char* name, char* nameEnd)
+        : m_parser(parser), m_name(name), m_nameEnd(nameEnd), m_saved(0), m_terminated(false) {
+        ++m_parser.m_depth;
+    }
+    ~TOpenElement() {
+        --m_parser.m_depth;
+        if (m_terminated) {
+            *m_nameEnd = m_saved;
+            if (m_saved == '\n') {
+                m_parser.m_hiddenLineFeeds.pop_back();
+            }
+        }
+    }
+    TOpenElement(const TOpenElement&) = delete;
+    TOpenElement& operator=(const TOpenElement&) = delete;
+
+    void TerminateName() {
+        m_saved = *m_nameEnd;
+        *m_nameEnd = 0;
+        m_terminated = true;
+        if (m_saved == '\n') {
+            m_parser.m_hiddenLineFeeds.push_back(m_nameEnd);
+        }
+    }
+    size_t NameLength() const { return size_t(m_nameEnd - m_name); }
+
+    TXmlParser& m_parser;
+    const char* m_name;
+    char* m_nameEnd;
+    char m_saved;
+    bool m_terminated;
+};
+
+TXmlParser::TXmlParser()
+    : m_pStart(nullptr), m_pCur(nullptr), m_depth(0), m_pLineMark(nullptr), m_lineAtMark(1) {}
+
+TXmlParser::TXmlParser(const TXmlParser& other) = default;
+
+TXmlParser& TXmlParser::operator=(const TXmlParser& other) = default;
+
+TXmlParser::~TXmlParser() = default;
+
+// document: prolog element Misc*
+void TXmlParser::Parse(char* buffer) {
+    m_pStart = m_pCur = buffer;
+    m_depth = 0;
+    m_hiddenLineFeeds.clear();
+    m_pLineMark = buffer;
+    m_lineAtMark = 1;
+    if (buffer == nullptr) {
+        FatalError(kBeforeProlog);
+        return;
+    }
+    ParseProlog();
+    ParseElement();
+    while (ParseMisc()) {
+    }
+}
+
+uint32_t TXmlParser::GetCurLine() {
+    if (m_pCur == nullptr) {
+        return 1;
+    }
+    if (m_pCur >= m_pLineMark) {
+        m_lineAtMark += CountLineFeeds(m_pLineMark, m_pCur);
+    } else {
+        m_lineAtMark -= CountLineFeeds(m_pCur, m_pLineMark);
+    }
+    m_pLineMark = m_pCur;
+    return m_lineAtMark;
+}
+
+// Every line feed of the document in [from, to) is either in the buffer or hidden under the
+// zero byte that ends an open element's name.
+uint32_t TXmlParser::CountLineFeeds(const char* from, const char* to) const {
+    uint32_t count = 0;
+    for (const char* p = from; (p = static_cast<const char*>(std::memchr(p, '\n', size_t(to - p))));
+         ++p) {
+        ++count;
+    }
+    for (auto it = m_hiddenLineFeeds.rbegin(); it != m_hiddenLineFeeds.rend() && *it >= from;
+         ++it) {
+        count += *it < to;
+    }
+    return count;
+}
+
+char TXmlParser::GetChar() {
+    const char c = *m_pCur;
+    if (c != 0) {
+        ++m_pCur;
+    }
+    return c;
+}
+
+char TXmlParser::PeekChar() {
+    return *m_pCur;
+}
+
+void TXmlParser::UngetChar() {
+    --m_pCur;
+}
+
+bool TXmlParser::SkipWhitespace() {
+    const char* start = m_pCur;
+    while (IsSpace(*m_pCur)) {
+        ++m_pCur;
+    }
+    return m_pCur != start;
+}
+
+bool TXmlParser::ValidateName() {
+    if (*m_pCur == 0 || !IsNameStart(*m_pCur++)) {
+        FatalError(kInvalidName);
+        return false;
+    }
+    while (IsNameChar(*m_pCur)) {
+        ++m_pCur;
+    }
+    return true;
+}
+
+// Moves past the first occurrence of the terminator, or stays put when there is none.
+bool TXmlParser::SkipPast(const char* terminator) {
+    const char* found = std::strstr(m_pCur, terminator);
+    if (found == nullptr) {
+        return false;
+    }
+    m_pCur += (found - m_pCur) + std::strlen(terminator);
+    return true;
+}
+
+// prolog: '<?' XMLDecl Misc* (doctypedecl Misc*)?  - or nothing before the root element
+bool TXmlParser::ParseProlog() {
+    char* start = m_pCur;
+    if (GetChar() != '<') {
+        FatalError(kBeforeProlog);
+        return false;
+    }
+    const bool declared = GetChar() == '?';
+    m_pCur = start;
+    if (!declared) {
+        return false;
+    }
+    ParseXMLDecl();
+    while (ParseMisc()) {
+    }
+    char* markup = m_pCur;
+    const bool docType = GetChar() == '<' && GetChar() == '!';
+    m_pCur = markup;
+    if (docType) {
+        ParseDocTypeDecl();
+        while (ParseMisc()) {
+        }
+    }
+    return true;
+}
+
+// XMLDecl: '<?' ... '?>'  - its content is not examined
+bool TXmlParser::ParseXMLDecl() {
+    return SkipPast("?>");
+}
+
+// Misc: S | Comment | PI | '<%' block  - one item at a time
+bool TXmlParser::ParseMisc() {
+    char* start = m_pCur;
+    if (GetChar() != '<') {
+        m_pCur = start;
+        return SkipWhitespace() && *m_pCur != 0;
+    }
+    const char second = GetChar();
+    const bool comment = second == '!' && GetChar() == '-';
+    m_pCur = start;
+    switch (second) {
+    case '!':
+        return comment && SkipComment();
+    case '?':
+        return ParseProcessingInstruction();
+    case '%':
+        return ParseJSSP();
+    default:
+        return false;
+    }
+}
+
+// Comment: '<!--' ... '-->'
+bool TXmlParser::SkipComment() {
+    char* start = m_pCur;
+    for (const char* expected = "<!--"; *expected != 0; ++expected) {
+        if (GetChar() != *expected) {
+            m_pCur = start;
+            return false;
+        }
+    }
+    return SkipPast("-->");
+}
+
+// PI: '<?' ... '?>'
+bool TXmlParser::ParseProcessingInstruction() {
+    if (!SkipPast("?>")) {
+        return false;
+    }
+    processingInstruction(kNotExtracted, kNotExtracted);
+    return true;
+}
+
+// doctypedecl: '<!DOCTYPE' ... '>'  - no internal subset
+bool TXmlParser::ParseDocTypeDecl() {
+    for (const char* expected = "<!DOCTYPE"; *expected != 0; ++expected) {
+        if (GetChar() != *expected) {
+            FatalError(kInDocTypeDecl);
+            return false;
+        }
+    }
+    if (!SkipPast(">")) {
+        return false;
+    }
+    SkipWhitespace();
+    return true;
+}
+
+// NotationDecl: ... '>'
+bool TXmlParser::ParseNotationDecl() {
+    if (!SkipPast(">")) {
+        return false;
+    }
+    notationDecl(kNotExtracted, kNotExtracted, kNotExtracted);
+    return true;
+}
+
+bool TXmlParser::ParseJSSP() {
+    FatalError(kJSSP);
+    return false;
+}
+
+// element: '<' Name (S Attribute)* S? ('/>' | '>' content ETag)
+bool TXmlParser::ParseElement() {
+    if (m_depth >= kMaxElementDepth) {
+        FatalError(kTooDeep);
+        return false;
+    }
+    if (GetChar() != '<') {
+        FatalError(kBeforeElement);
+        return false;
+    }
+    const char* name = m_pCur;
+    if (!ValidateName()) {
+        return false;
+    }
+    TOpenElement element(*this, name, m_pCur);
+    TAttributeMap attributes = GetAttributeNValue();
+    char close = GetChar();
+    const bool empty = close == '/';
+    if (empty) {
+        close = GetChar();
+    }
+    if (close != '>') {
+        FatalError(kBeforeEndOfElement);
+        return false;
+    }
+    element.TerminateName();
+    bool valueRejected = false;
+    const bool result = NotifyStart(name, attributes, &valueRejected);
+    if (empty) {
+        EndElement(name);
+        return result;
+    }
+    return ParseContent(name, element.NameLength(), result, valueRejected);
+}
+
+// Calls StartElement and reads back the pseudo-attribute it may have added to reject the tag.
+bool TXmlParser::NotifyStart(const char* name, TAttributeMap& attributes, bool* valueRejected) {
+    const size_t before = attributes.size();
+    StartElement(name, attributes);
+    bool result = true;
+    if (attributes.size() == before + 1 && attributes.erase(kRejectFormat) == 1) {
+        result = false;
+    }
+    if (attributes.size() == before + 1 && attributes.erase(kRejectValue) == 1) {
+        *valueRejected = true;
+    }
+    return result;
+}
+
+// content: (CharData | Reference | PI | Comment | '<%' block | element)* ETag
+// A child whose parse fails ends this element at once, without its end tag or EndElement.
+bool TXmlParser::ParseContent(const char* name, size_t nameLength, bool result,
+                              bool valueRejected) {
+    for (;;) {
+        ParseCharData();
+        char* markup = m_pCur;
+        if (GetChar() != '<') {
+            FatalError(kWhereElementExpected);
+            return false;
+        }
+        const char second = GetChar();
+        if (second == '/') {
+            if (!ParseEndTag(name, nameLength)) {
+                return false;
+            }
+            if (!valueRejected || std::strcmp(name, kValueElement) != 0) {
+                EndElement(name);
+            }
+            return result;
+        }
+        m_pCur = markup;
+        switch (second) {
+        case '?':
+            if (!ParseProcessingInstruction()) {
+                return false;
+            }
+            break;
+        case '!':
+            if (!SkipComment()) {
+                return false;
+            }
+            break;
+        case '%':
+            if (!ParseJSSP()) {
+                return false;
+            }
+            break;
+        default:
+            if (!ParseElement()) {
+                return result;
+            }
+        }
+    }
+}
+
+// ETag: '</' Name S? '>'  - called after the '</'
+bool TXmlParser::ParseEndTag(const char* name, size_t nameLength) {
+    const char* endName = m_pCur;
+    if (!ValidateName()) {
+        return false;
+    }
+    if (size_t(m_pCur - endName) != nameLength || std::memcmp(endName, name, nameLength) != 0) {
+        FatalError(kNamesDontMatch);
+        return false;
+    }
+    SkipWhitespace();
+    if (GetChar() != '>') {
+        FatalError(kBeforeEndOfElement);
+        return false;
+    }
+    return true;
+}
+
+// Attribute: Name S? '=' S? ('"' value '"' | "'" value "'")  - names lowered, values raw
+TAttributeMap TXmlParser::GetAttributeNValue() {
+    TAttributeMap attributes;
+    if (!SkipWhitespace()) {
+        return attributes;
+    }
+    for (;;) {
+        const char next = PeekChar();
+        if (next == '/' || next == '%' || next == '>') {
+            return attributes;
+        }
+        char* name = m_pCur;
+        if (!ValidateName()) {
+            return attributes;
+        }
+        char* nameEnd = m_pCur;
+        SkipWhitespace();
+        if (GetChar() != '=') {
+            FatalError(kBeforeEquals);
+            return attributes;
+        }
+        SkipWhitespace();
+        const char quote = GetChar();
+        if (quote != '\'' && quote != '"') {
+            FatalError(kAfterEquals);
+            return attributes;
+        }
+        const char* value = m_pCur;
+        if (!ScanAttributeValue(quote)) {
+            return attributes;
+        }
+        for (char* p = name; p != nameEnd; ++p) {
+            *p = Lower(*p);
+        }
+        if (!attributes
+                 .emplace(std::string(name, nameEnd),
+                          std::string(value, size_t(m_pCur - 1 - value)))
+                 .second) {
+            FatalError(kAttributeTwice);
+        }
+        if (!SkipWhitespace()) {
+            return attributes;
+        }
+    }
+}
+
+// Moves past the closing quote; false, after the report, for a value that cannot be accepted.
+bool TXmlParser::ScanAttributeValue(char quote) {
+    for (;;) {
+        const char c = GetChar();
+        if (c == quote) {
+            return true;
+        }
+        if (c == 0) {
+            FatalError(kValueUnterminated);
+            return false;
+        }
+        if (c == '<') {
+            FatalError(kLessThanInValue);
+            return false;
+        }
+        if (c == '&' && !ScanValueReference()) {
+            FatalError(kAmpersandInValue);
+            return false;
+        }
+    }
+}
+
+// A named reference stays in the value as written; anything else is given back and refused.
+bool TXmlParser::ScanValueReference() {
+    char* start = m_pCur;
+    char text[11];
+    size_t length = 0;
+    while (length < 10) {
+        const char c = GetChar();
+        text[length++] = Lower(c);
+        if (c == ';' || c == 0) {
+            break;
+        }
+    }
+    text[length] = 0;
+    for (const char* entity : kValueEntities) {
+        if (std::strcmp(text, entity) == 0) {
+            return true;
+        }
+    }
+    m_pCur = start;
+    return false;
+}
+
+// CharData and Reference up to the next '<' or the end of the input.
+bool TXmlParser::ParseCharData() {
+    bool delivered = false;
+    for (;;) {
+        char* run = m_pCur;
+        while (*m_pCur != '<' && *m_pCur != '&' && *m_pCur != 0) {
+            ++m_pCur;
+        }
+        if (m_pCur != run) {
+            TTerminator terminator(m_pCur);
+            characters(run, uint32_t(m_pCur - run));
+            delivered = true;
+        }
+        if (*m_pCur != '&') {
+            return delivered;
+        }
+        ++m_pCur;
+        delivered = true;
+        const char first = Lower(GetChar());
+        if (first == '#') {
+            ScanNumericReference();
+        } else {
+            ScanNamedReference(first);
+        }
+    }
+}
+
+// EntityRef: '&' ('amp' | 'apos' | 'gt' | 'lt' | 'quot') ';'  - in any letter case
+void TXmlParser::ScanNamedReference(char first) {
+    char text[sizeof "apos;"] = {first};
+    size_t length = 1;
+    for (;;) {
+        const TEntity* match = nullptr;
+        for (const TEntity& entity : kEntities) {
+            if (std::strncmp(entity.m_name, text, length) == 0) {
+                match = &entity;
+                break;
+            }
+        }
+        if (match == nullptr) {
+            FatalError(kUnknownEntity);
+            return;
+        }
+        if (match->m_name[length] == 0) {
+            const char replacement[2] = {match->m_character, 0};
+            characters(replacement, 1);
+            return;
+        }
+        text[length++] = Lower(GetChar());
+    }
+}
+
+// CharRef: '&#' [0-9]+ ';' | '&#x' [0-9a-fA-F]+ ';'  - one byte, the value modulo 256
+void TXmlParser::ScanNumericReference() {
+    unsigned base = 10;
+    if (Lower(PeekChar()) == 'x') {
+        GetChar();
+        base = 16;
+    }
+    unsigned value = 0;
+    for (uint32_t read = 0;; ++read) {
+        const char c = GetChar();
+        const int digit = DigitValue(c, base);
+        if (digit >= 0) {
+            value = (value * base + unsigned(digit)) & 0xFF;
+        } else if (c == 0) {
+            FatalError(kReferenceUnterminated);
+            return;
+        } else if (c != ';') {
+            FatalError(kUnknownEntity);
+        } else if (read > 0) {
+            const char character[2] = {char(value), 0};
+            characters(character, 1);
+            return;
+        } else {
+            FatalError(kInvalidHex);
+        }
+    }
+}
+
+} // namespace NQRN20
