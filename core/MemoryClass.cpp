@@ -1,0 +1,187 @@
+// TMemoryClass: property and method declarations with inheritance, and its iterative release.
+#include "core/MemoryModel.h"
+
+namespace NQRN20 {
+
+void TClassDeleter::operator()(TMemoryClass* cimClass) const {
+    thread_local std::vector<TMemoryClass*>* pending = nullptr;
+    if (pending) {
+        pending->push_back(cimClass);
+        return;
+    }
+    std::vector<TMemoryClass*> queue{cimClass};
+    pending = &queue;
+    while (!queue.empty()) {
+        TMemoryClass* next = queue.back();
+        queue.pop_back();
+        delete next;
+    }
+    pending = nullptr;
+}
+
+TMemoryClass::TMemoryClass(const boost::weak_ptr<TMemoryNamespaceImpl>& owner,
+                           const std::string& name,
+                           const boost::shared_ptr<TMemoryClass>& superClass)
+    : TNamedElement(name), m_owner(owner), m_superClass(superClass),
+      m_depth(superClass ? superClass->m_depth + 1 : 0) {
+    if (superClass) {
+        m_qualifiers.Inherit(superClass->EffectiveQualifiers());
+    }
+}
+
+TMemoryClass::~TMemoryClass() = default;
+
+void TMemoryClass::Commit(TCIMOptions) {
+    if (IsCommitted()) {
+        throw TQRNException(kQRNStatusAlreadyExists);
+    }
+    const boost::shared_ptr<TMemoryNamespaceImpl> owner = LockOwner(m_owner);
+    m_properties = MergedProperties();
+    m_methods = MergedMethods();
+    m_keyProperties.clear();
+    for (size_t i = 0; i < m_properties.All().size(); ++i) {
+        if (m_properties.All()[i]->IsKey()) {
+            m_keyProperties.push_back(i);
+        }
+    }
+    owner->CommitClass(shared_from_this());
+}
+
+boost::shared_ptr<ICIMPropertyDecl>
+TMemoryClass::CreatePropertyDecl(const std::string& name, const TCIMValue& initial, TCIMOptions) {
+    CheckWritable();
+    const boost::shared_ptr<TMemoryPropertyDecl> overridden =
+        m_superClass ? m_superClass->m_properties.Find(name) : nullptr;
+    return boost::shared_ptr<ICIMPropertyDecl>(
+        new TMemoryPropertyDecl(weak_from_this(), name, initial,
+                                overridden ? overridden->EffectiveQualifiers() : TQualifierList()));
+}
+
+boost::shared_ptr<ICIMPropertyDecl> TMemoryClass::GetPropertyDecl(const std::string& name,
+                                                                  TCIMOptions) {
+    boost::shared_ptr<TMemoryPropertyDecl> decl;
+    if (IsCommitted()) {
+        decl = m_properties.Find(name);
+    } else {
+        decl = m_localProperties.Find(name);
+        if (!decl && m_superClass) {
+            decl = m_superClass->m_properties.Find(name);
+        }
+    }
+    if (!decl) {
+        throw TQRNException(kQRNStatusNotFound);
+    }
+    return decl;
+}
+
+void TMemoryClass::EnumPropertyDecls(TEnumCallback<ICIMPropertyDecl> callback, TCIMOptions) {
+    if (IsCommitted()) {
+        Enumerate(m_properties.All(), callback);
+    } else {
+        Enumerate(MergedProperties().All(), callback);
+    }
+}
+
+boost::shared_ptr<ICIMInstance> TMemoryClass::CreateInstance(TCIMOptions) {
+    if (!IsCommitted()) {
+        throw TQRNException(kQRNStatusNotCommitted);
+    }
+    return boost::shared_ptr<ICIMInstance>(new TMemoryInstance(shared_from_this(), m_owner));
+}
+
+boost::shared_ptr<ICIMMethodDecl> TMemoryClass::CreateMethodDecl(const std::string& name,
+                                                                 TCIMValue::TCIMType returnType,
+                                                                 TCIMOptions) {
+    CheckWritable();
+    const boost::shared_ptr<TMemoryMethodDecl> overridden =
+        m_superClass ? m_superClass->m_methods.Find(name) : nullptr;
+    return boost::shared_ptr<ICIMMethodDecl>(
+        new TMemoryMethodDecl(weak_from_this(), name, returnType,
+                              overridden ? overridden->EffectiveQualifiers() : TQualifierList()));
+}
+
+boost::shared_ptr<ICIMMethodDecl> TMemoryClass::GetMethodDecl(const std::string& name,
+                                                              TCIMOptions) {
+    boost::shared_ptr<TMemoryMethodDecl> decl;
+    if (IsCommitted()) {
+        decl = m_methods.Find(name);
+    } else {
+        decl = m_localMethods.Find(name);
+        if (!decl && m_superClass) {
+            decl = m_superClass->m_methods.Find(name);
+        }
+    }
+    if (!decl) {
+        throw TQRNException(kQRNStatusNotFound);
+    }
+    return decl;
+}
+
+void TMemoryClass::EnumMethodDecls(TEnumCallback<ICIMMethodDecl> callback, TCIMOptions) {
+    if (IsCommitted()) {
+        Enumerate(m_methods.All(), callback);
+    } else {
+        Enumerate(MergedMethods().All(), callback);
+    }
+}
+
+void TMemoryClass::AddPropertyDecl(const boost::shared_ptr<TMemoryPropertyDecl>& decl) {
+    CheckWritable();
+    if (m_localProperties.Find(decl->Name())) {
+        throw TQRNException(kQRNStatusAlreadyExists);
+    }
+    // An override may narrow a reference's class but keeps the type.
+    const boost::shared_ptr<TMemoryPropertyDecl> overridden =
+        m_superClass ? m_superClass->m_properties.Find(decl->Name()) : nullptr;
+    const ECIMType type = decl->Value().GetType();
+    if (overridden && type != kCIMTypeNone && overridden->Value().GetType() != kCIMTypeNone &&
+        type != overridden->Value().GetType()) {
+        throw TQRNException(kQRNStatusTypeMismatch);
+    }
+    m_localProperties.Put(decl);
+}
+
+void TMemoryClass::AddMethodDecl(const boost::shared_ptr<TMemoryMethodDecl>& decl) {
+    CheckWritable();
+    if (m_localMethods.Find(decl->Name())) {
+        throw TQRNException(kQRNStatusAlreadyExists);
+    }
+    m_localMethods.Put(decl);
+}
+
+bool TMemoryClass::IsSameOrSubclassOf(const TMemoryClass* ancestor) const {
+    const TMemoryClass* cimClass = this;
+    while (cimClass->m_depth > ancestor->m_depth) {
+        cimClass = cimClass->m_superClass.get();
+    }
+    return cimClass == ancestor;
+}
+
+bool TMemoryClass::BelongsTo(const boost::shared_ptr<TMemoryNamespaceImpl>& owner) const {
+    return !m_owner.owner_before(owner) && !owner.owner_before(m_owner);
+}
+
+// Overrides keep the place of the member they override; new members follow in commit order.
+TMemberTable<TMemoryPropertyDecl> TMemoryClass::MergedProperties() const {
+    TMemberTable<TMemoryPropertyDecl> merged;
+    if (m_superClass) {
+        merged = m_superClass->m_properties;
+    }
+    for (const boost::shared_ptr<TMemoryPropertyDecl>& decl : m_localProperties.All()) {
+        merged.Put(decl);
+    }
+    return merged;
+}
+
+TMemberTable<TMemoryMethodDecl> TMemoryClass::MergedMethods() const {
+    TMemberTable<TMemoryMethodDecl> merged;
+    if (m_superClass) {
+        merged = m_superClass->m_methods;
+    }
+    for (const boost::shared_ptr<TMemoryMethodDecl>& decl : m_localMethods.All()) {
+        merged.Put(decl);
+    }
+    return merged;
+}
+
+} // namespace NQRN20

@@ -1,0 +1,175 @@
+// Qualifiers, qualifier declarations, and the property, method and parameter declarations.
+#include "core/MemoryModel.h"
+
+namespace NQRN20 {
+
+namespace {
+
+// An empty value takes the declared type; any other value must already have it, except that a
+// lone element of an array-typed qualifier becomes a one-element array, as some writers put it.
+TCIMValue Conform(const TCIMValue& value, TCIMValue::TCIMType declared) {
+    if (value.GetType() == kCIMTypeNone && value.IsNull()) {
+        return TCIMValue(declared, 0);
+    }
+    if (declared.IsArray() && !value.IsNull() && value.GetType() == declared.GetElementType()) {
+        TCIMValue array;
+        array.Set(declared, 1, {value});
+        return array;
+    }
+    if (declared != kCIMTypeNone && value.GetType() != declared) {
+        throw TQRNException(kQRNStatusTypeMismatch);
+    }
+    return value;
+}
+
+} // namespace
+
+TMemoryQualifierDecl::TMemoryQualifierDecl(const boost::weak_ptr<TMemoryNamespaceImpl>& owner,
+                                           const std::string& name, const TCIMValue& value,
+                                           uint32_t scope, EFlavor flavor)
+    : m_owner(owner), m_name(name), m_value(value), m_scope(scope), m_flavor(flavor) {
+    if (name.empty()) {
+        throw TQRNException(kQRNStatusInvalidArgument);
+    }
+}
+
+void TMemoryQualifierDecl::Commit(TCIMOptions) {
+    LockOwner(m_owner)->CommitQualifierDecl(shared_from_this());
+}
+
+TMemoryQualifier::TMemoryQualifier(const boost::shared_ptr<ICIMQualifierDecl>& decl,
+                                   const TCIMValue& value, ICIMQualifierDecl::EFlavor flavor)
+    : m_decl(decl), m_flavor(flavor) {
+    if (!decl) {
+        throw TQRNException(kQRNStatusInvalidArgument);
+    }
+    m_name = decl->GetName(TCIMOptions());
+    m_value = Conform(value, decl->GetType(TCIMOptions()));
+}
+
+void TQualifierSet::Inherit(const TQualifierList& effective) {
+    for (const boost::shared_ptr<ICIMQualifier>& qualifier : effective) {
+        if (qualifier->GetFlavor(TCIMOptions()) & ICIMQualifierDecl::kFlavorToSubclass) {
+            m_inherited.push_back(qualifier);
+        }
+    }
+}
+
+void TQualifierSet::Add(const boost::shared_ptr<ICIMQualifier>& qualifier) {
+    const std::string& name = qualifier->GetName(TCIMOptions());
+    for (boost::shared_ptr<ICIMQualifier>& own : m_own) {
+        if (EqualNoCase(own->GetName(TCIMOptions()), name)) {
+            own = qualifier;
+            return;
+        }
+    }
+    m_own.push_back(qualifier);
+}
+
+boost::shared_ptr<ICIMQualifier> TQualifierSet::Find(const std::string& name) const {
+    for (const TQualifierList* list : {&m_own, &m_inherited}) {
+        for (const boost::shared_ptr<ICIMQualifier>& qualifier : *list) {
+            if (EqualNoCase(qualifier->GetName(TCIMOptions()), name)) {
+                return qualifier;
+            }
+        }
+    }
+    return boost::shared_ptr<ICIMQualifier>();
+}
+
+TQualifierList TQualifierSet::Effective() const {
+    TQualifierList effective = m_inherited;
+    for (const boost::shared_ptr<ICIMQualifier>& own : m_own) {
+        bool replaced = false;
+        for (boost::shared_ptr<ICIMQualifier>& slot : effective) {
+            if (EqualNoCase(slot->GetName(TCIMOptions()), own->GetName(TCIMOptions()))) {
+                slot = own;
+                replaced = true;
+                break;
+            }
+        }
+        if (!replaced) {
+            effective.push_back(own);
+        }
+    }
+    return effective;
+}
+
+TMemoryParameterDecl::TMemoryParameterDecl(const boost::weak_ptr<TMemoryMethodDecl>& method,
+                                           const std::string& name, TCIMValue::TCIMType type)
+    : TNamedElement(name), m_method(method), m_type(type) {}
+
+void TMemoryParameterDecl::Commit(TCIMOptions) {
+    if (m_committed) {
+        throw TQRNException(kQRNStatusAlreadyExists);
+    }
+    LockOwner(m_method)->AddParameterDecl(shared_from_this());
+    m_committed = true;
+}
+
+TMemoryMethodDecl::TMemoryMethodDecl(const boost::weak_ptr<TMemoryClass>& owner,
+                                     const std::string& name, TCIMValue::TCIMType returnType,
+                                     const TQualifierList& inherited)
+    : TNamedElement(name), m_owner(owner), m_type(returnType) {
+    m_qualifiers.Inherit(inherited);
+}
+
+void TMemoryMethodDecl::Commit(TCIMOptions) {
+    if (m_committed) {
+        throw TQRNException(kQRNStatusAlreadyExists);
+    }
+    LockOwner(m_owner)->AddMethodDecl(shared_from_this());
+    m_committed = true;
+}
+
+boost::shared_ptr<ICIMParameterDecl>
+TMemoryMethodDecl::CreateParameterDecl(const std::string& name, TCIMValue::TCIMType type,
+                                       TCIMOptions) {
+    CheckWritable();
+    return boost::shared_ptr<ICIMParameterDecl>(
+        new TMemoryParameterDecl(weak_from_this(), name, type));
+}
+
+void TMemoryMethodDecl::AddParameterDecl(const boost::shared_ptr<TMemoryParameterDecl>& parameter) {
+    CheckWritable();
+    if (m_parameters.Find(parameter->Name())) {
+        throw TQRNException(kQRNStatusAlreadyExists);
+    }
+    m_parameters.Put(parameter);
+}
+
+TMemoryPropertyDecl::TMemoryPropertyDecl(const boost::weak_ptr<TMemoryClass>& owner,
+                                         const std::string& name, const TCIMValue& initial,
+                                         const TQualifierList& inherited)
+    : TNamedElement(name), m_owner(owner), m_value(initial) {
+    m_qualifiers.Inherit(inherited);
+}
+
+boost::shared_ptr<ICIMQualifier> TMemoryPropertyDecl::GetQualifier(const std::string& name,
+                                                                   TCIMOptions) {
+    boost::shared_ptr<ICIMQualifier> qualifier = m_qualifiers.Find(name);
+    if (!qualifier) {
+        throw TQRNException(kQRNStatusNotFound);
+    }
+    return qualifier;
+}
+
+void TMemoryPropertyDecl::Commit(TCIMOptions) {
+    if (m_committed) {
+        throw TQRNException(kQRNStatusAlreadyExists);
+    }
+    LockOwner(m_owner)->AddPropertyDecl(shared_from_this());
+    m_committed = true;
+}
+
+void TMemoryPropertyDecl::SetValue(const TCIMValue& value, TCIMOptions) {
+    CheckWritable();
+    m_value = value;
+}
+
+bool TMemoryPropertyDecl::IsKey() const {
+    const boost::shared_ptr<ICIMQualifier> key = m_qualifiers.Find("Key");
+    return key && static_cast<bool>(key->GetValue(TCIMOptions()));
+}
+
+} // namespace NQRN20

@@ -1,0 +1,383 @@
+// The in-memory object model behind TMemoryNamespace; internal to the core library.
+#pragma once
+
+#include "core/Interfaces.h"
+#include "core/Status.h"
+#include "core/Text.h"
+
+#include <boost/enable_shared_from_this.hpp>
+#include <boost/shared_ptr.hpp>
+#include <boost/weak_ptr.hpp>
+
+#include <atomic>
+#include <map>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace NQRN20 {
+
+class TMemoryClass;
+class TMemoryInstance;
+class TMemoryMethodDecl;
+class TMemoryNamespaceImpl;
+
+typedef std::vector<boost::shared_ptr<ICIMQualifier>> TQualifierList;
+
+// Calls back for each element until the callback asks to stop.
+template <class TInterface, class TElement>
+void Enumerate(const std::vector<boost::shared_ptr<TElement>>& elements,
+               const TEnumCallback<TInterface>& callback) {
+    if (!callback) {
+        throw TQRNException(kQRNStatusInvalidArgument);
+    }
+    for (const boost::shared_ptr<TElement>& element : elements) {
+        if (!callback(element)) {
+            return;
+        }
+    }
+}
+
+// Named members in order, found by name regardless of letter case.
+template <class T>
+class TMemberTable {
+public:
+    // Appends, or replaces a member of the same name where it stands.
+    void Put(const boost::shared_ptr<T>& member) {
+        const auto found = m_index.find(member->Name());
+        if (found != m_index.end()) {
+            m_members[found->second] = member;
+        } else {
+            m_index.emplace(member->Name(), m_members.size());
+            m_members.push_back(member);
+        }
+    }
+    boost::shared_ptr<T> Find(const std::string& name) const {
+        const auto found = m_index.find(name);
+        return found == m_index.end() ? boost::shared_ptr<T>() : m_members[found->second];
+    }
+    // The position of a member, or the member count when absent.
+    size_t IndexOf(const std::string& name) const {
+        const auto found = m_index.find(name);
+        return found == m_index.end() ? m_members.size() : found->second;
+    }
+    const std::vector<boost::shared_ptr<T>>& All() const { return m_members; }
+
+private:
+    std::vector<boost::shared_ptr<T>> m_members;
+    std::map<std::string, size_t, TLessNoCase> m_index;
+};
+
+class TMemoryQualifierDecl : public ICIMQualifierDecl,
+                             public boost::enable_shared_from_this<TMemoryQualifierDecl> {
+public:
+    TMemoryQualifierDecl(const boost::weak_ptr<TMemoryNamespaceImpl>& owner,
+                         const std::string& name, const TCIMValue& value, uint32_t scope,
+                         EFlavor flavor);
+    void Commit(TCIMOptions options) override;
+    TCIMValue::TCIMType GetType(TCIMOptions) override { return m_value.GetType(); }
+    const std::string& GetName(TCIMOptions) override { return m_name; }
+    const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
+    uint32_t GetScope(TCIMOptions) override { return m_scope; }
+    EFlavor GetFlavor(TCIMOptions) override { return m_flavor; }
+
+    const std::string& Name() const { return m_name; }
+
+private:
+    boost::weak_ptr<TMemoryNamespaceImpl> m_owner;
+    std::string m_name;
+    TCIMValue m_value;
+    uint32_t m_scope;
+    EFlavor m_flavor;
+};
+
+class TMemoryQualifier : public ICIMQualifier {
+public:
+    TMemoryQualifier(const boost::shared_ptr<ICIMQualifierDecl>& decl, const TCIMValue& value,
+                     ICIMQualifierDecl::EFlavor flavor);
+    const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
+    const std::string& GetName(TCIMOptions) override { return m_name; }
+    ICIMQualifierDecl::EFlavor GetFlavor(TCIMOptions) override { return m_flavor; }
+
+private:
+    boost::shared_ptr<ICIMQualifierDecl> m_decl;
+    std::string m_name;
+    TCIMValue m_value;
+    ICIMQualifierDecl::EFlavor m_flavor;
+};
+
+// The qualifiers of one element: its own, in attach order, and those it inherits with the
+// to-subclass flavor from the element it overrides or the class it derives from.
+class TQualifierSet {
+public:
+    void Inherit(const TQualifierList& effective);
+    void Add(const boost::shared_ptr<ICIMQualifier>& qualifier);
+    boost::shared_ptr<ICIMQualifier> Find(const std::string& name) const;
+    // Inherited first, each replaced in place by an own qualifier of its name; then the others.
+    TQualifierList Effective() const;
+
+private:
+    TQualifierList m_own;
+    TQualifierList m_inherited;
+};
+
+// The qualifier operations every named element shares.
+template <class TInterface>
+class TNamedElement : public TInterface {
+public:
+    void AddQualifier(boost::shared_ptr<ICIMQualifier> qualifier, TCIMOptions) override {
+        CheckWritable();
+        if (!qualifier) {
+            throw TQRNException(kQRNStatusInvalidArgument);
+        }
+        m_qualifiers.Add(qualifier);
+    }
+    boost::shared_ptr<ICIMQualifier> CreateQualifier(boost::shared_ptr<ICIMQualifierDecl> decl,
+                                                     const TCIMValue& value,
+                                                     ICIMQualifierDecl::EFlavor flavor,
+                                                     TCIMOptions) override {
+        return boost::shared_ptr<ICIMQualifier>(new TMemoryQualifier(decl, value, flavor));
+    }
+    void EnumQualifiers(TEnumCallback<ICIMQualifier> callback, TCIMOptions) override {
+        Enumerate(m_qualifiers.Effective(), callback);
+    }
+
+    const std::string& Name() const { return m_name; }
+    TQualifierList EffectiveQualifiers() const { return m_qualifiers.Effective(); }
+
+protected:
+    explicit TNamedElement(const std::string& name) : m_name(name) {
+        if (name.empty()) {
+            throw TQRNException(kQRNStatusInvalidArgument);
+        }
+    }
+    virtual bool IsCommitted() const = 0;
+    void CheckWritable() const {
+        if (IsCommitted()) {
+            throw TQRNException(kQRNStatusReadOnly);
+        }
+    }
+
+    std::string m_name;
+    TQualifierSet m_qualifiers;
+};
+
+class TMemoryParameterDecl : public TNamedElement<ICIMParameterDecl>,
+                             public boost::enable_shared_from_this<TMemoryParameterDecl> {
+public:
+    TMemoryParameterDecl(const boost::weak_ptr<TMemoryMethodDecl>& method, const std::string& name,
+                         TCIMValue::TCIMType type);
+    void Commit(TCIMOptions options) override;
+    const std::string& GetName(TCIMOptions) override { return m_name; }
+    TCIMValue::TCIMType GetType(TCIMOptions) override { return m_type; }
+
+private:
+    bool IsCommitted() const override { return m_committed; }
+
+    boost::weak_ptr<TMemoryMethodDecl> m_method;
+    TCIMValue::TCIMType m_type;
+    bool m_committed = false;
+};
+
+class TMemoryMethodDecl : public TNamedElement<ICIMMethodDecl>,
+                          public boost::enable_shared_from_this<TMemoryMethodDecl> {
+public:
+    TMemoryMethodDecl(const boost::weak_ptr<TMemoryClass>& owner, const std::string& name,
+                      TCIMValue::TCIMType returnType, const TQualifierList& inherited);
+    void Commit(TCIMOptions options) override;
+    boost::shared_ptr<ICIMParameterDecl> CreateParameterDecl(const std::string& name,
+                                                             TCIMValue::TCIMType type,
+                                                             TCIMOptions options) override;
+    const std::string& GetName(TCIMOptions) override { return m_name; }
+    TCIMValue::TCIMType GetType(TCIMOptions) override { return m_type; }
+    void EnumParameterDecls(TEnumCallback<ICIMParameterDecl> callback, TCIMOptions) override {
+        Enumerate(m_parameters.All(), callback);
+    }
+
+    void AddParameterDecl(const boost::shared_ptr<TMemoryParameterDecl>& parameter);
+
+private:
+    bool IsCommitted() const override { return m_committed; }
+
+    boost::weak_ptr<TMemoryClass> m_owner;
+    TCIMValue::TCIMType m_type;
+    TMemberTable<TMemoryParameterDecl> m_parameters;
+    bool m_committed = false;
+};
+
+class TMemoryPropertyDecl : public TNamedElement<ICIMPropertyDecl>,
+                            public boost::enable_shared_from_this<TMemoryPropertyDecl> {
+public:
+    TMemoryPropertyDecl(const boost::weak_ptr<TMemoryClass>& owner, const std::string& name,
+                        const TCIMValue& initial, const TQualifierList& inherited);
+    boost::shared_ptr<ICIMQualifier> GetQualifier(const std::string& name, TCIMOptions) override;
+    void Commit(TCIMOptions options) override;
+    const std::string& GetName(TCIMOptions) override { return m_name; }
+    TCIMValue::TCIMType GetType(TCIMOptions) override { return m_value.GetType(); }
+    void SetValue(const TCIMValue& value, TCIMOptions) override;
+    const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
+
+    const TCIMValue& Value() const { return m_value; }
+    bool IsKey() const;
+
+private:
+    bool IsCommitted() const override { return m_committed; }
+
+    boost::weak_ptr<TMemoryClass> m_owner;
+    TCIMValue m_value;
+    bool m_committed = false;
+};
+
+class TMemoryClass : public TNamedElement<ICIMClass>,
+                     public boost::enable_shared_from_this<TMemoryClass> {
+public:
+    TMemoryClass(const boost::weak_ptr<TMemoryNamespaceImpl>& owner, const std::string& name,
+                 const boost::shared_ptr<TMemoryClass>& superClass);
+    ~TMemoryClass() override;
+
+    void Commit(TCIMOptions options) override;
+    const std::string& GetName(TCIMOptions) override { return m_name; }
+    boost::shared_ptr<ICIMPropertyDecl> CreatePropertyDecl(const std::string& name,
+                                                           const TCIMValue& initial,
+                                                           TCIMOptions options) override;
+    boost::shared_ptr<ICIMPropertyDecl> GetPropertyDecl(const std::string& name,
+                                                        TCIMOptions options) override;
+    void EnumPropertyDecls(TEnumCallback<ICIMPropertyDecl> callback, TCIMOptions) override;
+    boost::shared_ptr<ICIMInstance> CreateInstance(TCIMOptions options) override;
+    boost::shared_ptr<ICIMMethodDecl> CreateMethodDecl(const std::string& name,
+                                                       TCIMValue::TCIMType returnType,
+                                                       TCIMOptions options) override;
+    boost::shared_ptr<ICIMClass> GetSuperClass(TCIMOptions) override { return m_superClass; }
+    boost::shared_ptr<ICIMMethodDecl> GetMethodDecl(const std::string& name,
+                                                    TCIMOptions options) override;
+    void EnumMethodDecls(TEnumCallback<ICIMMethodDecl> callback, TCIMOptions) override;
+
+    void AddPropertyDecl(const boost::shared_ptr<TMemoryPropertyDecl>& decl);
+    void AddMethodDecl(const boost::shared_ptr<TMemoryMethodDecl>& decl);
+    bool IsSameOrSubclassOf(const TMemoryClass* ancestor) const;
+    bool BelongsTo(const boost::shared_ptr<TMemoryNamespaceImpl>& owner) const;
+    bool IsCommitted() const override { return m_committed.load(); }
+    void MarkCommitted() { m_committed.store(true); }
+    // Valid once committed.
+    const TMemberTable<TMemoryPropertyDecl>& Properties() const { return m_properties; }
+    const std::vector<size_t>& KeyProperties() const { return m_keyProperties; }
+
+private:
+    TMemberTable<TMemoryPropertyDecl> MergedProperties() const;
+    TMemberTable<TMemoryMethodDecl> MergedMethods() const;
+
+    boost::weak_ptr<TMemoryNamespaceImpl> m_owner;
+    boost::shared_ptr<TMemoryClass> m_superClass;
+    size_t m_depth;
+    std::atomic<bool> m_committed{false};
+    // Declared in this class, in commit order.
+    TMemberTable<TMemoryPropertyDecl> m_localProperties;
+    TMemberTable<TMemoryMethodDecl> m_localMethods;
+    // Inherited and local, fixed at commit.
+    TMemberTable<TMemoryPropertyDecl> m_properties;
+    TMemberTable<TMemoryMethodDecl> m_methods;
+    std::vector<size_t> m_keyProperties;
+};
+
+// Frees a class when its last handle goes. A long superclass chain would otherwise be freed by
+// nested destructor calls, one stack frame per class: freeing one class may drop its superclass's
+// last handle, and that class is then queued and freed by the outermost call.
+struct TClassDeleter {
+    void operator()(TMemoryClass* cimClass) const;
+};
+
+class TMemoryProperty : public ICIMProperty {
+public:
+    TMemoryProperty(const std::string& name, TCIMValue::TCIMType type, const TCIMValue& value)
+        : m_name(name), m_type(type), m_value(value) {}
+    TCIMValue::TCIMType GetType(TCIMOptions) override { return m_type; }
+    const std::string& GetName(TCIMOptions) override { return m_name; }
+    const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
+
+    const TCIMValue& Value() const { return m_value; }
+    void SetValue(const TCIMValue& value) { m_value = value; }
+
+private:
+    std::string m_name;
+    TCIMValue::TCIMType m_type;
+    TCIMValue m_value;
+};
+
+class TMemoryInstance : public ICIMInstance,
+                        public boost::enable_shared_from_this<TMemoryInstance> {
+public:
+    explicit TMemoryInstance(const boost::shared_ptr<TMemoryClass>& cimClass,
+                             const boost::weak_ptr<TMemoryNamespaceImpl>& owner);
+    void Commit(TCIMOptions options) override;
+    boost::shared_ptr<ICIMClass> GetClass(TCIMOptions) override { return m_class; }
+    boost::shared_ptr<ICIMProperty> GetProperty(const std::string& name, TCIMOptions) override;
+    void SetPropertyValue(const std::string& name, const TCIMValue& value, TCIMOptions) override;
+    void EnumProperties(TEnumCallback<ICIMProperty> callback, TCIMOptions) override {
+        Enumerate(m_properties, callback);
+    }
+
+    const TMemoryClass* Class() const { return m_class.get(); }
+    // Called under the namespace's lock.
+    void MarkCommitted() { m_committed = true; }
+
+private:
+    boost::shared_ptr<TMemoryProperty> Find(const std::string& name) const;
+    // Identifies the key values; empty when the class has no key property.
+    std::string KeyText() const;
+
+    boost::shared_ptr<TMemoryClass> m_class;
+    boost::weak_ptr<TMemoryNamespaceImpl> m_owner;
+    std::vector<boost::shared_ptr<TMemoryProperty>> m_properties;
+    bool m_committed = false;
+};
+
+class TMemoryNamespaceImpl : public ICIMNamespace,
+                             public boost::enable_shared_from_this<TMemoryNamespaceImpl> {
+public:
+    explicit TMemoryNamespaceImpl(const std::string& name) : m_name(name) {}
+
+    boost::shared_ptr<ICIMClass> CreateClass(const std::string& name,
+                                             boost::shared_ptr<ICIMClass> superclass,
+                                             TCIMOptions options) override;
+    boost::shared_ptr<ICIMClass> GetClass(const std::string& name, TCIMOptions options) override;
+    boost::shared_ptr<ICIMQualifierDecl> CreateQualifierDecl(const std::string& name,
+                                                             const TCIMValue& value, uint32_t scope,
+                                                             ICIMQualifierDecl::EFlavor flavor,
+                                                             TCIMOptions options) override;
+    boost::shared_ptr<ICIMQualifierDecl> GetQualifierDecl(const std::string& name,
+                                                          TCIMOptions options) override;
+    const std::string& GetName(TCIMOptions) override { return m_name; }
+    void EnumQualifierDecls(TEnumCallback<ICIMQualifierDecl> callback,
+                            TCIMOptions options) override;
+    void EnumClasses(TEnumCallback<ICIMClass> callback, TCIMOptions options) override;
+    void EnumInstances(const std::string& className, TEnumCallback<ICIMInstance> callback,
+                       TCIMOptions options) override;
+
+    void CommitClass(const boost::shared_ptr<TMemoryClass>& cimClass);
+    void CommitQualifierDecl(const boost::shared_ptr<TMemoryQualifierDecl>& decl);
+    void CommitInstance(const boost::shared_ptr<TMemoryInstance>& instance,
+                        const std::string& keyText);
+
+private:
+    boost::shared_ptr<TMemoryClass> FindClass(const std::string& name);
+
+    const std::string m_name;
+    std::mutex m_mutex; // guards every table below
+    TMemberTable<TMemoryClass> m_classes;
+    TMemberTable<TMemoryQualifierDecl> m_qualifierDecls;
+    std::vector<boost::shared_ptr<TMemoryInstance>> m_instances;
+    std::map<const TMemoryClass*, std::set<std::string>> m_instanceKeys;
+};
+
+// The object that created this one (namespace, class or method); a commit needs it alive.
+template <class T>
+boost::shared_ptr<T> LockOwner(const boost::weak_ptr<T>& owner) {
+    boost::shared_ptr<T> locked = owner.lock();
+    if (!locked) {
+        throw TQRNException(kQRNStatusNotFound);
+    }
+    return locked;
+}
+
+} // namespace NQRN20

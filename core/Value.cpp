@@ -1,0 +1,174 @@
+// TCIMValue: construction, arrays, comparison and typed reads; TCIMType names.
+#include "core/Value.h"
+#include "core/Status.h"
+#include "core/Text.h"
+
+namespace NQRN20 {
+
+namespace {
+
+// The TYPE attribute spelling of each element type, indexed by ECIMType.
+const char* const kTypeNames[] = {"",       "boolean", "string",   "char16",   "uint8",  "sint8",
+                                  "uint16", "sint16",  "uint32",   "sint32",   "uint64", "sint64",
+                                  "real32", "real64",  "datetime", "reference"};
+constexpr unsigned kTypeNameCount = sizeof kTypeNames / sizeof kTypeNames[0];
+
+[[noreturn]] void Mismatch() {
+    throw TQRNException(kQRNStatusTypeMismatch);
+}
+
+bool IsUnsignedType(ECIMType type) {
+    return type == kCIMTypeUint8 || type == kCIMTypeUint16 || type == kCIMTypeUint32 ||
+           type == kCIMTypeUint64 || type == kCIMTypeChar16;
+}
+
+bool IsSignedType(ECIMType type) {
+    return type == kCIMTypeSint8 || type == kCIMTypeSint16 || type == kCIMTypeSint32 ||
+           type == kCIMTypeSint64;
+}
+
+} // namespace
+
+TCIMValue::TCIMType::TCIMType(const std::string& name) : m_type(kCIMTypeNone) {
+    for (unsigned i = 1; i < kTypeNameCount; ++i) {
+        if (EqualNoCase(name, kTypeNames[i])) {
+            m_type = static_cast<ECIMType>(i);
+            return;
+        }
+    }
+    throw TQRNException(kQRNStatusInvalidType);
+}
+
+std::string TCIMValue::TCIMType::GetName() const {
+    const unsigned element = GetElementType();
+    if (element == kCIMTypeNone || element >= kTypeNameCount) {
+        return std::string();
+    }
+    return std::string(kTypeNames[element]) + (IsArray() ? "[]" : "");
+}
+
+TCIMValue::TCIMValue(TCIMType type, const std::string& text,
+                     const boost::shared_ptr<ICIMNamespace>& cimNamespace) {
+    AssignText(type.GetElementType(), text, cimNamespace);
+}
+
+TCIMValue::TCIMValue(TCIMType type, uint32_t count) : m_type(type), m_count(count) {}
+
+TCIMValue::TCIMValue(const TCIMDateTime& dateTime)
+    : m_type(kCIMTypeDateTime), m_null(false), m_scalar(dateTime) {}
+
+void TCIMValue::Set(TCIMType type, uint32_t count, const std::vector<TCIMValue>& elements) {
+    const TCIMType element = type.GetElementType();
+    std::vector<TCIMValue> normalized;
+    normalized.reserve(elements.size());
+    for (const TCIMValue& value : elements) {
+        if (value.IsNull()) {
+            normalized.emplace_back(element, 0);
+        } else if (value.GetType() == element) {
+            normalized.push_back(value);
+        } else {
+            Mismatch();
+        }
+    }
+    *this = TCIMValue();
+    m_type = type.GetArrayType();
+    m_null = false;
+    m_count = count;
+    m_elements = std::move(normalized);
+}
+
+void TCIMValue::Set(const TCIMReference& reference) {
+    *this = TCIMValue();
+    m_type = kCIMTypeReference;
+    m_null = false;
+    m_scalar = std::make_shared<const TCIMReference>(reference);
+}
+
+void TCIMValue::SetReferencedClass(const boost::shared_ptr<ICIMClass>& referencedClass) {
+    if (m_type.GetElementType() != kCIMTypeReference) {
+        Mismatch();
+    }
+    m_referencedClass = referencedClass;
+}
+
+TCIMValue::operator bool() const {
+    if (m_null) {
+        return false;
+    }
+    return m_type == kCIMTypeBoolean ? std::get<bool>(m_scalar) : true;
+}
+
+TCIMValue::operator TCIMReference() const {
+    if (m_type != kCIMTypeReference) {
+        Mismatch();
+    }
+    return m_null ? TCIMReference() : *std::get<std::shared_ptr<const TCIMReference>>(m_scalar);
+}
+
+bool TCIMValue::operator==(const TCIMValue& other) const {
+    if (m_type != other.m_type || m_null != other.m_null || m_count != other.m_count) {
+        return false;
+    }
+    if (m_null) {
+        return true;
+    }
+    if (IsArray()) {
+        return m_elements == other.m_elements;
+    }
+    if (m_type == kCIMTypeReference) {
+        return *std::get<std::shared_ptr<const TCIMReference>>(m_scalar) ==
+               *std::get<std::shared_ptr<const TCIMReference>>(other.m_scalar);
+    }
+    return m_scalar == other.m_scalar;
+}
+
+std::string TCIMValue::ToString() const {
+    if (m_null) {
+        return std::string();
+    }
+    if (!IsArray()) {
+        return ScalarToString();
+    }
+    std::string text;
+    for (const TCIMValue& element : m_elements) {
+        if (&element != &m_elements.front()) {
+            text += ", ";
+        }
+        text += element.ToString();
+    }
+    return text;
+}
+
+template <class T>
+const T& TCIMValue::Scalar(bool accepted) const {
+    if (!accepted || m_null || IsArray()) {
+        Mismatch();
+    }
+    return std::get<T>(m_scalar);
+}
+
+bool TCIMValue::GetBoolean() const {
+    return Scalar<bool>(m_type == kCIMTypeBoolean);
+}
+
+uint64_t TCIMValue::GetUnsigned() const {
+    return Scalar<uint64_t>(IsUnsignedType(m_type));
+}
+
+int64_t TCIMValue::GetSigned() const {
+    return Scalar<int64_t>(IsSignedType(m_type));
+}
+
+double TCIMValue::GetReal() const {
+    return Scalar<double>(m_type == kCIMTypeReal32 || m_type == kCIMTypeReal64);
+}
+
+const std::string& TCIMValue::GetString() const {
+    return Scalar<std::string>(m_type == kCIMTypeString);
+}
+
+const TCIMDateTime& TCIMValue::GetDateTime() const {
+    return Scalar<TCIMDateTime>(m_type == kCIMTypeDateTime);
+}
+
+} // namespace NQRN20

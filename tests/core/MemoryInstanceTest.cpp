@@ -1,0 +1,209 @@
+// Tests of in-memory instances: property values, type checks, key uniqueness and enumeration.
+#include "CoreTestSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace NQRN20 {
+namespace {
+
+using test::MakeClass;
+using test::MakeNamespace;
+using test::Names;
+using test::StatusOf;
+using test::Text;
+
+typedef std::vector<std::string> TNames;
+
+std::vector<boost::shared_ptr<ICIMProperty>>
+Properties(const boost::shared_ptr<ICIMInstance>& instance) {
+    std::vector<boost::shared_ptr<ICIMProperty>> properties;
+    instance->EnumProperties(TAddToVectorCallback<ICIMProperty>(properties), {});
+    return properties;
+}
+
+boost::shared_ptr<ICIMInstance>
+Instance(const boost::shared_ptr<ICIMNamespace>& ns, const std::string& className,
+         const std::vector<std::pair<std::string, TCIMValue>>& values) {
+    auto instance = ns->GetClass(className, {})->CreateInstance({});
+    for (const auto& value : values) {
+        instance->SetPropertyValue(value.first, value.second, {});
+    }
+    return instance;
+}
+
+TEST(TMemoryInstance, StartsWithTheClassDefaultsInClassOrder) {
+    auto ns = MakeNamespace();
+    MakeClass(ns, "EX_Base", "",
+              {{"Name", kCIMTypeString, "", true}, {"Size", kCIMTypeUint32, "7", false}});
+    MakeClass(ns, "EX_Sub", "EX_Base", {{"Flag", kCIMTypeBoolean, "true", false}});
+    auto instance = ns->GetClass("EX_Sub", {})->CreateInstance({});
+    const auto properties = Properties(instance);
+    EXPECT_EQ((TNames{"Name", "Size", "Flag"}), Names(properties));
+    EXPECT_TRUE(properties[0]->GetValue({}).IsNull());
+    EXPECT_EQ(kCIMTypeString, ECIMType(properties[0]->GetType({})));
+    EXPECT_EQ("7", properties[1]->GetValue({}).ToString());
+    EXPECT_EQ("true", properties[2]->GetValue({}).ToString());
+    EXPECT_EQ(ns->GetClass("EX_Sub", {}), instance->GetClass({}));
+}
+
+TEST(TMemoryInstance, SetPropertyValueChecksNameAndType) {
+    auto ns = MakeNamespace();
+    auto cimClass = ns->CreateClass("EX_Thing", nullptr, {});
+    cimClass->CreatePropertyDecl("Size", Text(kCIMTypeUint32, "7"), {})->Commit({});
+    auto list = cimClass->CreatePropertyDecl("List", TCIMValue(), {});
+    list->SetValue(TCIMValue(TCIMType(kCIMTypeUint16).GetArrayType(), 3), {});
+    list->Commit({});
+    cimClass->Commit({});
+    auto instance = cimClass->CreateInstance({});
+
+    instance->SetPropertyValue("SIZE", Text(kCIMTypeUint32, "9"), {});
+    EXPECT_EQ("9", instance->GetProperty("size", {})->GetValue({}).ToString());
+    EXPECT_EQ("Size", instance->GetProperty("size", {})->GetName({}));
+    instance->SetPropertyValue("Size", TCIMValue(), {});
+    EXPECT_TRUE(instance->GetProperty("Size", {})->GetValue({}).IsNull());
+    EXPECT_EQ(kCIMTypeUint32, ECIMType(instance->GetProperty("Size", {})->GetValue({}).GetType()));
+
+    const struct {
+        const char* situation;
+        const char* name;
+        TCIMValue value;
+        uint32_t status;
+    } refusals[] = {
+        {"unknown property", "Color", Text(kCIMTypeString, "red"), kQRNStatusNotFound},
+        {"other scalar type", "Size", Text(kCIMTypeUint16, "1"), kQRNStatusTypeMismatch},
+        {"scalar for an array", "List", Text(kCIMTypeUint16, "1"), kQRNStatusTypeMismatch},
+    };
+    for (const auto& c : refusals) {
+        SCOPED_TRACE(c.situation);
+        EXPECT_EQ(c.status, StatusOf([&] { instance->SetPropertyValue(c.name, c.value, {}); }));
+    }
+    EXPECT_EQ(kQRNStatusNotFound, StatusOf([&] { instance->GetProperty("Color", {}); }));
+
+    instance->Commit({});
+    EXPECT_EQ(kQRNStatusReadOnly,
+              StatusOf([&] { instance->SetPropertyValue("Size", Text(kCIMTypeUint32, "1"), {}); }));
+    EXPECT_EQ(kQRNStatusAlreadyExists, StatusOf([&] { instance->Commit({}); }));
+}
+
+// Schema: EX_Named (Name key), EX_Pair (A and B keys, Note), EX_Sub overriding Name without Key,
+// EX_Keyless (Note only), EX_Link (Target reference key).
+boost::shared_ptr<ICIMNamespace> KeySchema() {
+    auto ns = MakeNamespace();
+    MakeClass(ns, "EX_Named", "",
+              {{"Name", kCIMTypeString, "", true}, {"Note", kCIMTypeString, "", false}});
+    MakeClass(ns, "EX_Pair", "",
+              {{"A", kCIMTypeUint8, "", true},
+               {"B", kCIMTypeUint8, "", true},
+               {"Note", kCIMTypeString, "", false}});
+    MakeClass(ns, "EX_Sub", "EX_Named", {{"NAME", kCIMTypeString, "", false}});
+    MakeClass(ns, "EX_Keyless", "", {{"Note", kCIMTypeString, "", false}});
+    MakeClass(ns, "EX_Link", "", {{"Target", kCIMTypeReference, "", true}});
+    return ns;
+}
+
+TEST(TMemoryInstance, CommitRefusesASecondInstanceWithTheSameKeys) {
+    typedef std::vector<std::pair<std::string, TCIMValue>> TValues;
+    const TCIMValue x = Text(kCIMTypeString, "x");
+    const TCIMValue one = Text(kCIMTypeUint8, "1");
+    const TCIMValue two = Text(kCIMTypeUint8, "2");
+    const struct {
+        const char* situation;
+        const char* firstClass;
+        TValues first;
+        const char* secondClass;
+        TValues second;
+        uint32_t status;
+    } cases[] = {
+        {"same key", "EX_Named", {{"Name", x}}, "EX_Named", {{"Name", x}}, kQRNStatusAlreadyExists},
+        {"same key, other non-key",
+         "EX_Named",
+         {{"Name", x}, {"Note", x}},
+         "EX_Named",
+         {{"Name", x}},
+         kQRNStatusAlreadyExists},
+        {"key differing in case",
+         "EX_Named",
+         {{"Name", x}},
+         "EX_Named",
+         {{"Name", Text(kCIMTypeString, "X")}},
+         kQRNStatusOK},
+        {"both keys equal",
+         "EX_Pair",
+         {{"A", one}, {"B", two}},
+         "EX_Pair",
+         {{"b", two}, {"a", one}},
+         kQRNStatusAlreadyExists},
+        {"one of two keys differs",
+         "EX_Pair",
+         {{"A", one}, {"B", two}},
+         "EX_Pair",
+         {{"A", one}, {"B", one}},
+         kQRNStatusOK},
+        {"key inherited by an override",
+         "EX_Sub",
+         {{"Name", x}},
+         "EX_Sub",
+         {{"Name", x}},
+         kQRNStatusAlreadyExists},
+        {"same key in a subclass",
+         "EX_Named",
+         {{"Name", x}},
+         "EX_Sub",
+         {{"Name", x}},
+         kQRNStatusOK},
+        {"null keys", "EX_Named", {}, "EX_Named", {}, kQRNStatusAlreadyExists},
+        {"class without keys",
+         "EX_Keyless",
+         {{"Note", x}},
+         "EX_Keyless",
+         {{"Note", x}},
+         kQRNStatusOK},
+        {"reference keys differing in name case",
+         "EX_Link",
+         {{"Target", Text(kCIMTypeReference, "EX_Named.Name=\"x\"")}},
+         "EX_Link",
+         {{"Target", Text(kCIMTypeReference, "ex_named.NAME=\"x\"")}},
+         kQRNStatusAlreadyExists},
+        {"reference keys differing in value",
+         "EX_Link",
+         {{"Target", Text(kCIMTypeReference, "EX_Named.Name=\"x\"")}},
+         "EX_Link",
+         {{"Target", Text(kCIMTypeReference, "EX_Named.Name=\"y\"")}},
+         kQRNStatusOK},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.situation);
+        auto ns = KeySchema();
+        Instance(ns, c.firstClass, c.first)->Commit({});
+        auto second = Instance(ns, c.secondClass, c.second);
+        EXPECT_EQ(c.status, StatusOf([&] { second->Commit({}); }));
+    }
+}
+
+TEST(TMemoryNamespace, EnumInstancesGivesAClassAndItsSubclassesInCommitOrder) {
+    auto ns = KeySchema();
+    Instance(ns, "EX_Sub", {{"Name", Text(kCIMTypeString, "s1")}})->Commit({});
+    Instance(ns, "EX_Keyless", {{"Note", Text(kCIMTypeString, "k1")}})->Commit({});
+    Instance(ns, "EX_Named", {{"Name", Text(kCIMTypeString, "n1")}})->Commit({});
+    Instance(ns, "EX_Named", {{"Name", Text(kCIMTypeString, "uncommitted")}});
+
+    // Every class of the schema has a Name or a Note; each instance's is unique here.
+    const auto labels = [&ns](const std::string& className) {
+        std::vector<boost::shared_ptr<ICIMInstance>> instances;
+        ns->EnumInstances(className, TAddToVectorCallback<ICIMInstance>(instances), {});
+        TNames texts;
+        for (const auto& instance : instances) {
+            const bool named = instance->GetClass({})->GetName({}) != "EX_Keyless";
+            texts.push_back(
+                instance->GetProperty(named ? "Name" : "Note", {})->GetValue({}).ToString());
+        }
+        return texts;
+    };
+    EXPECT_EQ((TNames{"s1", "k1", "n1"}), labels(""));
+    EXPECT_EQ((TNames{"s1", "n1"}), labels("ex_named"));
+    EXPECT_EQ((TNames{"s1"}), labels("EX_Sub"));
+    EXPECT_EQ(TNames{}, labels("EX_Pair"));
+}
+
+} // namespace
+} // namespace NQRN20
