@@ -42,9 +42,10 @@ run)
     ;;
 test)
     install_packages
-    build build/release -DCMAKE_BUILD_TYPE=Release
+    build build/release -DCMAKE_BUILD_TYPE=Release -DXMLPARSER_BUILD_TESTS=ON
     run_tests build/release
-    build build/sanitize -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-O1 -DXMLPARSER_SANITIZE=ON
+    build build/sanitize -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-O1 -DXMLPARSER_SANITIZE=ON \
+        -DXMLPARSER_BUILD_TESTS=ON
     ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:strict_string_checks=1 \
         UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 run_tests build/sanitize
     ;;

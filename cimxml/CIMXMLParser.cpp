@@ -1,0 +1,162 @@
+// The parser's state stack, its dispatch of element starts and ends, the error report and the
+// bottom state.
+#include "cimxml/CIMXMLParser.h"
+
+#include "cimxml/Names.h"
+#include "cimxml/states/Document.h"
+
+#include <cctype>
+
+namespace NQRN20 {
+
+namespace {
+
+const char kUnexpectedElement[] = "Unexpected element ";
+const char kStateCorrupt[] = "Parser state corrupt";
+const char kOutsideDocument[] = "Unexpected element outside the document: ";
+const char kOutsideIgnored[] = "; it and what follows are ignored";
+const char kLinePrefix[] = "CIM-XML Parser line ";
+const uint32_t kErrorLogLevel = 3;
+
+// Pseudo-attributes that tell the tokenizer a start tag was rejected (status 36) or that its
+// value was refused (status 8).
+const char kRejectFormatKey[] = "throwExInvalidFormat";
+const char kRejectFormatValue[] = "kQRNStatusInvalidFormat";
+const char kRejectValueKey[] = "throwExInvalidValue";
+const char kRejectValueValue[] = "kQRNStatusInvalidProperty";
+
+std::string Lowercase(const char* name) {
+    std::string lowered(name);
+    for (char& c : lowered) {
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    }
+    return lowered;
+}
+
+} // namespace
+
+// cim: the only root element; everything else is reported and its children offered again.
+class TCIMXMLParser::TStateStart : public TCIMXMLParser::TParseState {
+public:
+    void StartElement(TCIMXMLParser& parser, const std::string& name,
+                      TAttributeMap& attributes) override {
+        if (name != NCimXml::kCim) {
+            parser.RejectElement(name);
+        }
+        parser.PushState(new TStateCIM(), attributes);
+    }
+};
+
+TCIMXMLParser::TParseState::~TParseState() = default;
+
+void TCIMXMLParser::TParseState::StartElement(TCIMXMLParser&, const std::string&, TAttributeMap&) {}
+
+void TCIMXMLParser::TParseState::EndElement(TCIMXMLParser& parser, const std::string&) {
+    parser.PopState();
+}
+
+void TCIMXMLParser::TParseState::ProcessAttributes(TCIMXMLParser&, TAttributeMap&) {}
+
+TCIMXMLParser::TCIMXMLParser(boost::shared_ptr<ICIMNamespace> cimNamespace)
+    : m_namespace(cimNamespace), m_qx518Mode(false), m_outsideReported(false) {
+    m_stateStack.push_back(boost::shared_ptr<TParseState>(new TStateStart()));
+}
+
+TCIMXMLParser::TCIMXMLParser(const TCIMXMLParser& other) = default;
+
+TCIMXMLParser& TCIMXMLParser::operator=(const TCIMXMLParser& other) = default;
+
+TCIMXMLParser::~TCIMXMLParser() = default;
+
+void TCIMXMLParser::SetQX518Mode() {
+    m_qx518Mode = true;
+}
+
+std::vector<boost::shared_ptr<ICIMClass>> TCIMXMLParser::GetClassesCollected() const {
+    return m_classesCollected;
+}
+
+std::vector<boost::shared_ptr<ICIMInstance>> TCIMXMLParser::GetInstancesCollected() const {
+    return m_instancesCollected;
+}
+
+// The top state is held by a local handle during the call, so that a state that pops itself
+// (an early end) is not destroyed while it still runs.
+void TCIMXMLParser::StartElement(const char* name, TAttributeMap& attributes) {
+    const std::string lowered = Lowercase(name);
+    try {
+        if (m_stateStack.empty()) {
+            ReportOutsideDocument(lowered);
+            return;
+        }
+        const boost::shared_ptr<TParseState> top = m_stateStack.back();
+        top->StartElement(*this, lowered, attributes);
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() == kQRNStatusInvalidFormat) {
+            attributes.insert(TAttributeMap::value_type(kRejectFormatKey, kRejectFormatValue));
+        } else if (error.GetStatus() == kQRNStatusInvalidProperty) {
+            attributes.insert(TAttributeMap::value_type(kRejectValueKey, kRejectValueValue));
+        }
+    }
+}
+
+void TCIMXMLParser::EndElement(const char* name) {
+    const std::string lowered = Lowercase(name);
+    try {
+        if (m_stateStack.empty()) {
+            ReportOutsideDocument(lowered);
+            return;
+        }
+        const boost::shared_ptr<TParseState> top = m_stateStack.back();
+        top->EndElement(*this, lowered);
+    } catch (const TQRNException&) {
+        if (!m_stateStack.empty()) {
+            m_stateStack.pop_back();
+        }
+    }
+}
+
+// Once rejected elements have closed every open state, whatever follows has no state to go to.
+void TCIMXMLParser::ReportOutsideDocument(const std::string& name) {
+    if (!m_outsideReported) {
+        m_outsideReported = true;
+        FatalError(kOutsideDocument + name + kOutsideIgnored);
+    }
+}
+
+void TCIMXMLParser::processingInstruction(const char*, const char*) {}
+
+void TCIMXMLParser::characters(const char* text, uint32_t length) {
+    m_text.append(text, length);
+}
+
+void TCIMXMLParser::notationDecl(const char*, const char*, const char*) {}
+
+void TCIMXMLParser::FatalError(const char* message) {
+    TRootObject::GetCoreLogger()->Log(kErrorLogLevel,
+                                      kLinePrefix + std::to_string(GetCurLine()) + ":" + message);
+    throw TQRNException(kQRNStatusParseError);
+}
+
+void TCIMXMLParser::FatalError(const std::string& message) {
+    TCIMXMLParser::FatalError(message.c_str());
+}
+
+void TCIMXMLParser::PushState(TParseState* state, TAttributeMap& attributes) {
+    m_stateStack.push_back(boost::shared_ptr<TParseState>(state));
+    m_stateStack.back()->ProcessAttributes(*this, attributes);
+}
+
+void TCIMXMLParser::PopState() {
+    m_stateStack.pop_back();
+}
+
+void TCIMXMLParser::RejectElement(const std::string& name) {
+    FatalError(kUnexpectedElement + name);
+}
+
+void TCIMXMLParser::ReportStateCorrupt() {
+    FatalError(kStateCorrupt);
+}
+
+} // namespace NQRN20

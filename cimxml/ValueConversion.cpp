@@ -1,0 +1,63 @@
+// Conversion of element text and attribute values to typed CIM values, booleans and counts.
+#include "cimxml/CIMXMLParser.h"
+
+#include <cstring>
+
+namespace NQRN20 {
+
+namespace {
+
+const uint32_t kErrorLogLevel = 3;
+
+// White space as formatted stream input skips it.
+const char* SkipSpace(const char* p) {
+    while (*p != 0 && std::strchr(" \t\n\v\f\r", *p) != nullptr) {
+        ++p;
+    }
+    return p;
+}
+
+} // namespace
+
+TCIMValue TCIMXMLParser::ParseValue(TCIMValue::TCIMType type, std::string& text) {
+    TCIMValue result;
+    const boost::shared_ptr<ICIMNamespace> cimNamespace = LockNamespace();
+    try {
+        result = TCIMValue(type, text, cimNamespace);
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() != kQRNStatusInvalidDateTime) {
+            return result;
+        }
+        const TCIMDateTime fallback(1970, 1, 1, 0, 0, 0, 0, 0);
+        TRootObject::GetCoreLogger()->Log(
+            kErrorLogLevel, "Invalid datetime found on line " + std::to_string(GetCurLine()) +
+                                ".  Defaulting the datetime to " + fallback.ToUIString() + ".");
+        result = TCIMValue(fallback);
+    }
+    return result;
+}
+
+bool TCIMXMLParser::ConvertBool(std::string& text) {
+    return std::strncmp(SkipSpace(text.c_str()), "true", 4) == 0;
+}
+
+uint32_t TCIMXMLParser::ConvertUnsignedInt(std::string& text) {
+    const char* p = SkipSpace(text.c_str());
+    const bool negative = *p == '-';
+    if (*p == '-' || *p == '+') {
+        ++p;
+    }
+    if (*p < '0' || *p > '9') {
+        return 0;
+    }
+    uint64_t magnitude = 0;
+    for (; *p >= '0' && *p <= '9'; ++p) {
+        magnitude = magnitude * 10 + uint64_t(*p - '0');
+        if (magnitude > UINT32_MAX) {
+            return 0;
+        }
+    }
+    return negative ? uint32_t(0 - magnitude) : uint32_t(magnitude);
+}
+
+} // namespace NQRN20

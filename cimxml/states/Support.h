@@ -1,0 +1,66 @@
+// What the state groups share: commits that tolerate duplicates, and the messages several
+// groups report.
+#pragma once
+
+#include "cimxml/CIMXMLParser.h"
+#include "core/Core.h"
+
+#include <boost/shared_ptr.hpp>
+
+namespace NQRN20 {
+namespace NCimXml {
+
+constexpr char kSyntaxError[] = "CIM element syntax error";
+constexpr char kCouldntFindClass[] = "TCIMXMLParser: Couldn't find class ";
+constexpr char kCouldntFindQualifier[] = "TCIMXMLParser: Couldn't find qualifier ";
+constexpr char kCouldntFindProperty[] = "TCIMXMLParser: Couldn't find property ";
+// The level of the lookup failures that states log themselves.
+constexpr uint32_t kLookupLogLevel = 3;
+
+// The qualifier that makes a property part of an instance's name.
+constexpr char kKeyQualifier[] = "KEY";
+
+// Every two-part path has the same content model: its first part, then its second, then
+// nothing. Returns which part the child is (0 or 1), having advanced the phase past it; any
+// other child is rejected and leaves the phase as it was.
+inline int32_t AdvancePathPart(TCIMXMLParser& parser, int32_t& phase, const std::string& name,
+                               const char* first, const char* second) {
+    if (phase < 0 || phase > 2) {
+        parser.ReportStateCorrupt();
+    }
+    const char* expected = phase == 0 ? first : phase == 1 ? second : nullptr;
+    if (expected == nullptr || name != expected) {
+        parser.RejectElement(name);
+    }
+    return phase++;
+}
+
+// Looks a class up by name. One the namespace lacks is logged before the failure goes on, so
+// that a class, instance or declaration that needed it is not left out without a word.
+inline boost::shared_ptr<ICIMClass>
+GetClassOrLog(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const std::string& name) {
+    try {
+        return cimNamespace->GetClass(name, TCIMOptions());
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() == kQRNStatusNotFound) {
+            TRootObject::GetCoreLogger()->Log(kLookupLogLevel, kCouldntFindClass + name);
+        }
+        throw;
+    }
+}
+
+// Commits a class, declaration or qualifier declaration. A second definition of the same name
+// (status 16) leaves the first in place and is not an error: schemas are often loaded twice.
+template <class TObject>
+void CommitAllowingDuplicate(const boost::shared_ptr<TObject>& object) {
+    try {
+        object->Commit(TCIMOptions());
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() != kQRNStatusAlreadyExists) {
+            throw;
+        }
+    }
+}
+
+} // namespace NCimXml
+} // namespace NQRN20

@@ -1,0 +1,54 @@
+// Parses a CIM-XML document held in a string into a namespace, for tests of the parse states.
+#pragma once
+
+#include "cimxml/CIMXMLParser.h"
+#include "support/LogRecorder.h"
+
+#include <string>
+#include <vector>
+
+namespace NQRN20 {
+
+struct TParseResult {
+    std::string m_log; // every line logged, "level text", one a line
+    uint32_t m_status; // of the exception that left Parse, 0 when none did
+    std::vector<boost::shared_ptr<ICIMClass>> m_classes;
+    std::vector<boost::shared_ptr<ICIMInstance>> m_instances;
+};
+
+enum EMode { kDefaultMode, kQX518Mode };
+
+inline TParseResult ParseDocument(const boost::shared_ptr<ICIMNamespace>& cimNamespace,
+                                  const std::string& document, EMode mode = kDefaultMode) {
+    TLogRecorder log;
+    TCIMXMLParser parser(cimNamespace);
+    if (mode == kQX518Mode) {
+        parser.SetQX518Mode();
+    }
+    std::vector<char> buffer(document.begin(), document.end());
+    buffer.push_back(0);
+    uint32_t status = 0;
+    try {
+        parser.Parse(buffer.data());
+    } catch (const TQRNException& error) {
+        status = error.GetStatus();
+    }
+    return {log.Text(), status, parser.GetClassesCollected(), parser.GetInstancesCollected()};
+}
+
+// Wraps objects in the document and declaration group every schema or instance file has.
+inline std::string InDeclGroup(const std::string& content) {
+    return "<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><DECLARATION><DECLGROUP>" + content +
+           "</DECLGROUP></DECLARATION></CIM>";
+}
+
+// Wraps each object in a VALUE.OBJECT.
+inline std::string InValueObjects(const std::vector<std::string>& objects) {
+    std::string content;
+    for (const std::string& object : objects) {
+        content += "<VALUE.OBJECT>" + object + "</VALUE.OBJECT>";
+    }
+    return InDeclGroup(content);
+}
+
+} // namespace NQRN20
