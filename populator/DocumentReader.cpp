@@ -1,0 +1,107 @@
+// Reading a whole document file into one zero-terminated buffer, plain or gzip.
+#include "populator/DocumentReader.h"
+
+#include "cimxml/CIMXMLParser.h"
+#include "core/Core.h"
+
+#include <zlib.h>
+
+#include <cstdio>
+#include <fstream>
+#include <memory>
+#include <new>
+
+namespace NQRN20 {
+
+namespace {
+
+const char kGzipMarker[] = ".gz";
+const unsigned char kGzipMagic[2] = {0x1F, 0x8B};
+
+struct TFileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+struct TGzipCloser {
+    void operator()(gzFile file) const { gzclose(file); }
+};
+
+[[noreturn]] void Fail(uint32_t status) {
+    throw TQRNException(status);
+}
+
+// One block for the document and the zero byte after it.
+boost::shared_array<char> Allocate(uint32_t length) {
+    char* block = new (std::nothrow) char[size_t(length) + 1];
+    if (block == nullptr) {
+        Fail(kQRNStatusNoMemory);
+    }
+    return boost::shared_array<char>(block);
+}
+
+boost::shared_array<char> ReadPlain(const std::string& path, uint64_t size) {
+    const uint32_t length = DocumentReadLength(size);
+    boost::shared_array<char> buffer = Allocate(length);
+    const std::unique_ptr<std::FILE, TFileCloser> file(std::fopen(path.c_str(), "r"));
+    if (!file) {
+        Fail(kQRNStatusFileError);
+    }
+    const size_t read = std::fread(buffer.get(), 1, length, file.get());
+    if (std::ferror(file.get())) {
+        Fail(kQRNStatusFileError);
+    }
+    buffer[read] = 0;
+    return buffer;
+}
+
+// Checks the gzip magic and gives the uncompressed length that the trailer records (modulo 2^32).
+uint32_t ReadGzipLength(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream) {
+        Fail(kQRNStatusFileError);
+    }
+    unsigned char magic[2];
+    if (!stream.read(reinterpret_cast<char*>(magic), sizeof magic)) {
+        Fail(kQRNStatusFileError);
+    }
+    if (magic[0] != kGzipMagic[0] || magic[1] != kGzipMagic[1]) {
+        Fail(kQRNStatusNotGzip);
+    }
+    unsigned char trailer[4];
+    if (!stream.seekg(-4, std::ios::end) ||
+        !stream.read(reinterpret_cast<char*>(trailer), sizeof trailer)) {
+        Fail(kQRNStatusFileError);
+    }
+    return uint32_t(trailer[0]) | uint32_t(trailer[1]) << 8 | uint32_t(trailer[2]) << 16 |
+           uint32_t(trailer[3]) << 24;
+}
+
+boost::shared_array<char> ReadGzip(const std::string& path) {
+    const uint32_t length = DocumentReadLength(ReadGzipLength(path));
+    boost::shared_array<char> buffer = Allocate(length);
+    const std::unique_ptr<gzFile_s, TGzipCloser> file(gzopen(path.c_str(), "rb"));
+    if (!file) {
+        Fail(kQRNStatusFileError);
+    }
+    const int read = gzread(file.get(), buffer.get(), length);
+    if (read < 1) {
+        Fail(kQRNStatusGzipRead);
+    }
+    buffer[read] = 0;
+    return buffer;
+}
+
+} // namespace
+
+uint32_t DocumentReadLength(uint64_t size) {
+    return size <= TCIMXMLParser::kMaxSpecificationDocumentSize ? uint32_t(size)
+                                                                : kPartialDocumentLength;
+}
+
+boost::shared_array<char> ReadDocument(const std::string& path, uint64_t size) {
+    if (path.find(kGzipMarker) == std::string::npos) {
+        return ReadPlain(path, size);
+    }
+    return ReadGzip(path);
+}
+
+} // namespace NQRN20

@@ -1,0 +1,23 @@
+// Reading a whole document file into one zero-terminated buffer, plain or gzip.
+#pragma once
+
+#include <boost/shared_array.hpp>
+
+#include <cstdint>
+#include <string>
+
+namespace NQRN20 {
+
+// Documents above this size are read only up to it.
+constexpr uint32_t kPartialDocumentLength = 104857600;
+
+// How many bytes of a document of the given size are read.
+uint32_t DocumentReadLength(uint64_t size);
+
+// Reads the document at the path into a new buffer with a zero byte after the data. A path with
+// ".gz" anywhere is inflated, its length taken from the gzip trailer; otherwise the size given
+// is the file's. Throws TQRNException: 4 no memory, 11 file error, 29 not gzip, 30 nothing
+// inflated.
+boost::shared_array<char> ReadDocument(const std::string& path, uint64_t size);
+
+} // namespace NQRN20
