@@ -1,0 +1,242 @@
+// The states of instance paths, instance names, key bindings and reference values.
+#include "cimxml/states/InstanceNames.h"
+
+#include "cimxml/Names.h"
+#include "cimxml/states/Paths.h"
+#include "cimxml/states/Support.h"
+
+#include <vector>
+
+namespace NQRN20 {
+
+using namespace NCimXml;
+
+namespace {
+
+const char kCouldntFindClassName[] = "Couldn't find class name ";
+const char kNamespaceGone[] = ": the namespace no longer exists";
+const char kNoClassForKey[] = "No class to match the key against: ";
+
+std::string NoKeyProperties(const std::string& className) {
+    return "Class " + className + " doesn't have any key properties";
+}
+
+// A key property's KEY qualifier is present and true. Throws when the qualifier is missing.
+bool IsKeyProperty(const boost::shared_ptr<ICIMPropertyDecl>& declaration) {
+    const TCIMValue& key =
+        declaration->GetQualifier(kKeyQualifier, TCIMOptions())->GetValue(TCIMOptions());
+    return !key.IsNull() && static_cast<bool>(key);
+}
+
+} // namespace
+
+// INSTANCEPATH: NAMESPACEPATH, INSTANCENAME
+void TCIMXMLParser::TStateInstancePath::StartElement(TCIMXMLParser& parser, const std::string& name,
+                                                     TAttributeMap& attributes) {
+    if (AdvancePathPart(parser, m_phase, name, kNamespacePath, kInstanceName) == 0) {
+        parser.PushState(new TStateNamespacePath(m_host, m_namespace), attributes);
+    } else {
+        parser.PushState(new TStateInstanceName(m_reference), attributes);
+    }
+}
+
+// LOCALINSTANCEPATH: LOCALNAMESPACEPATH, INSTANCENAME
+void TCIMXMLParser::TStateLocalInstancePath::StartElement(TCIMXMLParser& parser,
+                                                          const std::string& name,
+                                                          TAttributeMap& attributes) {
+    if (AdvancePathPart(parser, m_phase, name, kLocalNamespacePath, kInstanceName) == 0) {
+        parser.PushState(new TStateLocalNamespacePath(m_namespace), attributes);
+    } else {
+        parser.PushState(new TStateInstanceName(m_reference), attributes);
+    }
+}
+
+// INSTANCENAME: KEYBINDING* | KEYVALUE? | VALUE.REFERENCE?
+void TCIMXMLParser::TStateInstanceName::StartElement(TCIMXMLParser& parser, const std::string& name,
+                                                     TAttributeMap& attributes) {
+    if (m_phase == 0 && name == kKeyValue) {
+        m_hasKeyValue = true;
+        m_phase = 2;
+        parser.PushState(new TStateKeyValue(parser, &m_keyValueText), attributes);
+    } else if (m_phase == 0 && name == kValueReference) {
+        m_hasReference = true;
+        m_phase = 2;
+        parser.PushState(new TStateValueReference(&m_referenceValue), attributes);
+    } else if ((m_phase == 0 || m_phase == 1) && name == kKeyBinding) {
+        m_phase = 1;
+        parser.PushState(new TStateKeyBinding(m_class, m_reference), attributes);
+    } else if (m_phase >= 0 && m_phase <= 2) {
+        parser.RejectElement(name);
+    } else {
+        parser.ReportStateCorrupt();
+    }
+}
+
+void TCIMXMLParser::TStateInstanceName::ProcessAttributes(TCIMXMLParser& parser,
+                                                          TAttributeMap& attributes) {
+    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+        if (parser.HandleClassName(it, &m_className)) {
+            LookUpClass(parser);
+        }
+    }
+}
+
+void TCIMXMLParser::TStateInstanceName::LookUpClass(TCIMXMLParser& parser) {
+    m_reference->SetClassName(m_className);
+    const boost::shared_ptr<ICIMNamespace> cimNamespace = parser.LockNamespace();
+    if (!cimNamespace) {
+        parser.FatalError(kCouldntFindClassName + m_className + kNamespaceGone);
+    }
+    try {
+        m_class = cimNamespace->GetClass(m_className, TCIMOptions());
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() == kQRNStatusNotFound) {
+            parser.FatalError(kCouldntFindClassName + m_className);
+        }
+        throw;
+    }
+}
+
+// A reference child replaces the whole name; key bindings have added their keys already; an
+// unnamed key value goes to the class's first key property.
+void TCIMXMLParser::TStateInstanceName::EndElement(TCIMXMLParser& parser, const std::string&) {
+    if (m_hasReference) {
+        *m_reference = static_cast<TCIMReference>(m_referenceValue);
+    } else if (m_hasKeyValue) {
+        AddUnnamedKey(parser);
+    }
+    parser.PopState();
+}
+
+void TCIMXMLParser::TStateInstanceName::AddUnnamedKey(TCIMXMLParser& parser) {
+    if (!m_class) {
+        parser.FatalError(kNoClassForKey + m_className);
+    }
+    std::vector<boost::shared_ptr<ICIMPropertyDecl>> declarations;
+    m_class->EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(declarations), TCIMOptions());
+    for (const boost::shared_ptr<ICIMPropertyDecl>& declaration : declarations) {
+        bool isKey = false;
+        try {
+            isKey = IsKeyProperty(declaration);
+        } catch (const TQRNException&) {
+        }
+        if (isKey) {
+            m_reference->AddKeyValue(
+                declaration->GetName(TCIMOptions()),
+                parser.ParseValue(declaration->GetType(TCIMOptions()), m_keyValueText));
+            return;
+        }
+    }
+    parser.FatalError(NoKeyProperties(m_className));
+}
+
+// KEYBINDING: (KEYVALUE | VALUE.REFERENCE)*
+void TCIMXMLParser::TStateKeyBinding::StartElement(TCIMXMLParser& parser, const std::string& name,
+                                                   TAttributeMap& attributes) {
+    if (name == kKeyValue) {
+        parser.PushState(new TStateKeyValue(parser, &m_keyValueText), attributes);
+    } else if (name == kValueReference) {
+        m_hasReference = true;
+        parser.PushState(new TStateValueReference(&m_referenceValue), attributes);
+    } else {
+        parser.RejectElement(name);
+    }
+}
+
+void TCIMXMLParser::TStateKeyBinding::ProcessAttributes(TCIMXMLParser& parser,
+                                                        TAttributeMap& attributes) {
+    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+        parser.HandleCIMName(it, &m_keyName);
+    }
+}
+
+// A reference is bound as it is; a key value is converted with its property's declared type.
+void TCIMXMLParser::TStateKeyBinding::EndElement(TCIMXMLParser& parser, const std::string&) {
+    if (m_hasReference) {
+        m_reference->AddKeyValue(m_keyName, m_referenceValue);
+    } else {
+        AddConvertedKey(parser);
+    }
+    parser.PopState();
+}
+
+void TCIMXMLParser::TStateKeyBinding::AddConvertedKey(TCIMXMLParser& parser) {
+    if (!m_class) {
+        parser.FatalError(kNoClassForKey + m_keyName);
+    }
+    boost::shared_ptr<ICIMPropertyDecl> declaration;
+    try {
+        declaration = m_class->GetPropertyDecl(m_keyName, TCIMOptions());
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() == kQRNStatusNotFound) {
+            parser.FatalError("Couldn't find property name " + m_keyName + " in class " +
+                              m_class->GetName(TCIMOptions()));
+        }
+        throw;
+    }
+    try {
+        if (IsKeyProperty(declaration)) {
+            m_reference->AddKeyValue(
+                m_keyName, parser.ParseValue(declaration->GetType(TCIMOptions()), m_keyValueText));
+            return;
+        }
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() != kQRNStatusNotFound) {
+            throw;
+        }
+    }
+    parser.FatalError(NoKeyProperties(m_class->GetName(TCIMOptions())));
+}
+
+TCIMXMLParser::TStateKeyValue::TStateKeyValue(TCIMXMLParser& parser, std::string* text)
+    : m_text(text) {
+    parser.m_text.clear();
+}
+
+// KEYVALUE: #PCDATA
+void TCIMXMLParser::TStateKeyValue::EndElement(TCIMXMLParser& parser, const std::string&) {
+    *m_text = parser.m_text;
+    parser.PopState();
+}
+
+TCIMXMLParser::TStateValueReference::TStateValueReference(TCIMValue* value)
+    : m_value(value),
+      m_reference(boost::shared_ptr<ICIMNamespace>(), std::map<std::string, TCIMValue>()) {}
+
+// VALUE.REFERENCE: CLASSPATH | LOCALCLASSPATH | CLASSNAME | INSTANCEPATH | LOCALINSTANCEPATH
+//                  | INSTANCENAME, any of them, any number of times
+void TCIMXMLParser::TStateValueReference::StartElement(TCIMXMLParser& parser,
+                                                       const std::string& name,
+                                                       TAttributeMap& attributes) {
+    if (name == kClassPath) {
+        m_hasClass = true;
+        parser.PushState(new TStateClassPath(&m_host, &m_namespace, &m_className), attributes);
+    } else if (name == kLocalClassPath) {
+        m_hasClass = true;
+        parser.PushState(new TStateLocalClassPath(&m_namespace, &m_className), attributes);
+    } else if (name == kClassName) {
+        m_reference.SetNamespace(parser.LockNamespace());
+        m_hasClass = true;
+        parser.PushState(new TStateClassName(&m_className), attributes);
+    } else if (name == kInstancePath) {
+        parser.PushState(new TStateInstancePath(&m_host, &m_namespace, &m_reference), attributes);
+    } else if (name == kLocalInstancePath) {
+        parser.PushState(new TStateLocalInstancePath(&m_namespace, &m_reference), attributes);
+    } else if (name == kInstanceName) {
+        m_reference.SetNamespace(parser.LockNamespace());
+        m_hasInstanceName = true;
+        parser.PushState(new TStateInstanceName(&m_reference), attributes);
+    } else {
+        parser.RejectElement(name);
+    }
+}
+
+void TCIMXMLParser::TStateValueReference::EndElement(TCIMXMLParser& parser, const std::string&) {
+    if (m_hasClass && !m_hasInstanceName) {
+        m_reference.SetClassName(m_className);
+    }
+    m_value->Set(m_reference);
+    parser.PopState();
+}
+
+} // namespace NQRN20

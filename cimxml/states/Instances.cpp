@@ -1,0 +1,287 @@
+// The states of instances, their property values, and values wherever a value is expected.
+#include "cimxml/states/Instances.h"
+
+#include "cimxml/Names.h"
+#include "cimxml/states/InstanceNames.h"
+#include "cimxml/states/Support.h"
+
+namespace NQRN20 {
+
+using namespace NCimXml;
+
+namespace {
+
+// Instances of this class switch the core library to the parser's conventions.
+const char kParserSwitchClass[] = "ZKV_ComputerSystem";
+const char kTypeMismatch[] = "Property type != property declaration type";
+const char kCouldntStore[] = "Couldn't store property ";
+
+void LogLookupFailure(const char* what, const std::string& name) {
+    TRootObject::GetCoreLogger()->Log(kLookupLogLevel, what + name);
+}
+
+// A value the instance refuses (a property its class lacks, a value of another type) is
+// reported rather than lost without a word.
+void StoreValue(TCIMXMLParser& parser, const TPropertyValue& property) {
+    try {
+        property.m_instance->SetPropertyValue(property.m_name, property.m_value, TCIMOptions());
+    } catch (const TQRNException& error) {
+        parser.FatalError(kCouldntStore + property.m_name + ": " + error.what());
+    }
+}
+
+} // namespace
+
+void TCIMXMLParser::TStateInstance::ProcessAttributes(TCIMXMLParser& parser,
+                                                      TAttributeMap& attributes) {
+    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+        parser.HandleClassName(it, &m_className);
+    }
+    if (m_className == kParserSwitchClass) {
+        TOSSpecific::setQRNParser(true);
+    }
+    try {
+        const boost::shared_ptr<ICIMNamespace> cimNamespace = parser.LockNamespace();
+        const boost::shared_ptr<ICIMClass> cimClass =
+            cimNamespace ? cimNamespace->GetClass(m_className, TCIMOptions())
+                         : boost::shared_ptr<ICIMClass>();
+        if (!cimClass) {
+            throw TQRNException(kQRNStatusNotFound);
+        }
+        *m_slot = cimClass->CreateInstance(TCIMOptions());
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() == kQRNStatusNotFound) {
+            LogLookupFailure(kCouldntFindClass, m_className);
+        }
+        throw TQRNException(error.GetStatus());
+    }
+}
+
+// INSTANCE: QUALIFIER*, (PROPERTY | PROPERTY.ARRAY | PROPERTY.REFERENCE)*
+// The properties of an instance that was not created are skipped: its failure was reported.
+void TCIMXMLParser::TStateInstance::StartElement(TCIMXMLParser& parser, const std::string& name,
+                                                 TAttributeMap& attributes) {
+    if (m_phase == 0 && name == kQualifier) {
+        parser.PushState(new TStateSkip(), attributes);
+        return;
+    }
+    if (m_phase != 0 && m_phase != 1) {
+        parser.ReportStateCorrupt();
+    }
+    m_phase = 1;
+    const bool isProperty =
+        name == kProperty || name == kPropertyArray || name == kPropertyReference;
+    if (!isProperty) {
+        parser.RejectElement(name);
+    }
+    const boost::shared_ptr<ICIMInstance>& instance = *m_slot;
+    if (!instance) {
+        parser.PushState(new TStateSkip(), attributes);
+    } else if (name == kProperty) {
+        parser.PushState(new TStateProperty(instance), attributes);
+    } else if (name == kPropertyArray) {
+        parser.PushState(new TStatePropertyArray(instance), attributes);
+    } else {
+        parser.PushState(new TStatePropertyReference(instance), attributes);
+    }
+}
+
+TCIMValue::TCIMType TCIMXMLParser::TStateProperty::DeclaredType() const {
+    return m_property.m_instance->GetProperty(m_property.m_name, TCIMOptions())
+        ->GetType(TCIMOptions());
+}
+
+void TCIMXMLParser::TStateProperty::ProcessAttributes(TCIMXMLParser& parser,
+                                                      TAttributeMap& attributes) {
+    TCIMValue::TCIMType type;
+    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+        parser.HandleCIMName(it, &m_property.m_name) || parser.HandleCIMType(it, &type) ||
+            parser.HandleClassOrigin(it, &m_property.m_classOrigin) ||
+            parser.HandlePropagated(it, m_property.m_propagated);
+    }
+    if (!parser.m_qx518Mode) {
+        CheckDeclaredType(parser, type);
+    }
+}
+
+// A property the class lacks is logged here and reported again when its value is stored.
+void TCIMXMLParser::TStateProperty::CheckDeclaredType(TCIMXMLParser& parser,
+                                                      TCIMValue::TCIMType type) {
+    TCIMValue::TCIMType declared;
+    try {
+        declared = DeclaredType();
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() != kQRNStatusNotFound) {
+            throw TQRNException(error.GetStatus());
+        }
+        LogLookupFailure(kCouldntFindProperty, m_property.m_name);
+        return;
+    }
+    if (ECIMType(declared) != ECIMType(type)) {
+        parser.FatalError(kTypeMismatch);
+    }
+}
+
+// PROPERTY: (QUALIFIER | VALUE)*
+// Any other child means the property is over: it is stored, and the child goes to the
+// INSTANCE state, which is on top again; status 36 tells the tokenizer so.
+void TCIMXMLParser::TStateProperty::StartElement(TCIMXMLParser& parser, const std::string& name,
+                                                 TAttributeMap& attributes) {
+    if (m_phase != 0 && m_phase != 1) {
+        parser.ReportStateCorrupt();
+    }
+    if (name == kQualifier) {
+        parser.PushState(new TStateSkip(), attributes);
+        return;
+    }
+    if (name == kValue) {
+        TCIMValue::TCIMType type;
+        try {
+            type = DeclaredType();
+        } catch (...) {
+            throw TQRNException(kQRNStatusInvalidProperty);
+        }
+        m_property.m_valueSeen = true;
+        parser.PushState(new TStateValue(parser, &m_property.m_value, type), attributes);
+        return;
+    }
+    try {
+        EndElement(parser, name);
+    } catch (const TQRNException&) {
+        // As at an end tag: a property that could not be stored is popped all the same.
+        parser.PopState();
+    }
+    if (!parser.m_stateStack.empty()) {
+        const boost::shared_ptr<TParseState> top = parser.m_stateStack.back();
+        top->StartElement(parser, name, attributes);
+    }
+    throw TQRNException(kQRNStatusInvalidFormat);
+}
+
+// In QX518 mode a value of another type than the declared one is dropped quietly; otherwise
+// the type was checked at the start.
+void TCIMXMLParser::TStateProperty::EndElement(TCIMXMLParser& parser, const std::string&) {
+    TPropertyValue& property = m_property;
+    if (!property.m_valueSeen) {
+        property.m_value = TCIMValue(DeclaredType(), 0);
+    }
+    if (!parser.m_qx518Mode || ECIMType(property.m_value.GetType()) == ECIMType(DeclaredType())) {
+        StoreValue(parser, property);
+    }
+    parser.PopState();
+}
+
+void TCIMXMLParser::TStatePropertyArray::ProcessAttributes(TCIMXMLParser& parser,
+                                                           TAttributeMap& attributes) {
+    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+        parser.HandleCIMName(it, &m_property.m_name) || parser.HandleCIMType(it, &m_type) ||
+            parser.HandleArraySize(it, m_arraySize) ||
+            parser.HandleClassOrigin(it, &m_property.m_classOrigin) ||
+            parser.HandlePropagated(it, m_property.m_propagated);
+    }
+}
+
+// PROPERTY.ARRAY: (QUALIFIER | VALUE.ARRAY)*
+void TCIMXMLParser::TStatePropertyArray::StartElement(TCIMXMLParser& parser,
+                                                      const std::string& name,
+                                                      TAttributeMap& attributes) {
+    if (name == kQualifier) {
+        parser.PushState(new TStateSkip(), attributes);
+    } else if (name == kValueArray) {
+        m_property.m_valueSeen = true;
+        parser.PushState(new TStateValueArray(&m_property.m_value, m_type, m_arraySize),
+                         attributes);
+    } else {
+        parser.RejectElement(name);
+    }
+}
+
+void TCIMXMLParser::TStatePropertyArray::EndElement(TCIMXMLParser& parser, const std::string&) {
+    if (!m_property.m_valueSeen) {
+        m_property.m_value = TCIMValue(ECIMType(m_type | kCIMTypeArray), m_arraySize);
+    }
+    StoreValue(parser, m_property);
+    parser.PopState();
+}
+
+// Asks the class for the property only to report early that it does not declare it.
+void TCIMXMLParser::TStatePropertyReference::ProcessAttributes(TCIMXMLParser& parser,
+                                                               TAttributeMap& attributes) {
+    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+        parser.HandleCIMName(it, &m_property.m_name) ||
+            parser.HandleReferenceClass(it, &m_referenceClass) ||
+            parser.HandleClassOrigin(it, &m_property.m_classOrigin) ||
+            parser.HandlePropagated(it, m_property.m_propagated);
+    }
+    m_property.m_instance->GetClass(TCIMOptions())
+        ->GetPropertyDecl(m_property.m_name, TCIMOptions());
+}
+
+// PROPERTY.REFERENCE: (QUALIFIER | VALUE.REFERENCE)*
+void TCIMXMLParser::TStatePropertyReference::StartElement(TCIMXMLParser& parser,
+                                                          const std::string& name,
+                                                          TAttributeMap& attributes) {
+    if (name == kQualifier) {
+        parser.PushState(new TStateSkip(), attributes);
+    } else if (name == kValueReference) {
+        m_property.m_valueSeen = true;
+        parser.PushState(new TStateValueReference(&m_property.m_value), attributes);
+    } else {
+        parser.RejectElement(name);
+    }
+}
+
+void TCIMXMLParser::TStatePropertyReference::EndElement(TCIMXMLParser& parser, const std::string&) {
+    if (!m_property.m_valueSeen) {
+        m_property.m_value = TCIMValue(kCIMTypeReference, 0);
+        const boost::shared_ptr<ICIMNamespace> cimNamespace = parser.LockNamespace();
+        if (cimNamespace) {
+            m_property.m_value.SetReferencedClass(GetClassOrLog(cimNamespace, m_referenceClass));
+        }
+    }
+    StoreValue(parser, m_property);
+    parser.PopState();
+}
+
+TCIMXMLParser::TStateValue::TStateValue(TCIMXMLParser& parser, TCIMValue* target,
+                                        TCIMValue::TCIMType type)
+    : m_target(target), m_type(type) {
+    parser.m_text.clear();
+}
+
+// VALUE: #PCDATA
+void TCIMXMLParser::TStateValue::EndElement(TCIMXMLParser& parser, const std::string&) {
+    *m_target = parser.ParseValue(m_type, parser.m_text);
+    parser.PopState();
+}
+
+// VALUE.ARRAY: VALUE*
+// The vector grows only when the next VALUE starts, after the previous one's state has been
+// popped, so each value state's target stays valid for its whole life.
+void TCIMXMLParser::TStateValueArray::StartElement(TCIMXMLParser& parser, const std::string& name,
+                                                   TAttributeMap& attributes) {
+    if (name != kValue) {
+        parser.RejectElement(name);
+    }
+    m_elements.push_back(TCIMValue(m_type, 0));
+    parser.PushState(new TStateValue(parser, &m_elements.back(), m_type), attributes);
+}
+
+void TCIMXMLParser::TStateValueArray::EndElement(TCIMXMLParser& parser, const std::string&) {
+    m_target->Set(m_type, m_arraySize, m_elements);
+    parser.PopState();
+}
+
+void TCIMXMLParser::TStateSkip::StartElement(TCIMXMLParser&, const std::string&, TAttributeMap&) {
+    ++m_depth;
+}
+
+void TCIMXMLParser::TStateSkip::EndElement(TCIMXMLParser& parser, const std::string&) {
+    if (m_depth == 0) {
+        parser.PopState();
+    } else {
+        --m_depth;
+    }
+}
+
+} // namespace NQRN20

@@ -1,0 +1,147 @@
+// The states of instances, their property values, and values wherever a value is expected.
+//
+// | element            | content model                 | attributes          | class                   |
+// |--------------------|-------------------------------|---------------------|-------------------------|
+// | INSTANCE           | QUALIFIER*, (PROPERTY |       | classname           | TStateInstance          |
+// |                    |  PROPERTY.ARRAY |             |                     |                         |
+// |                    |  PROPERTY.REFERENCE)*         |                     |                         |
+// | PROPERTY           | (QUALIFIER | VALUE)*          | name, type,         | TStateProperty          |
+// |                    |                               | classorigin,        |                         |
+// |                    |                               | propagated          |                         |
+// | PROPERTY.ARRAY     | (QUALIFIER | VALUE.ARRAY)*    | as PROPERTY,        | TStatePropertyArray     |
+// |                    |                               | arraysize           |                         |
+// | PROPERTY.REFERENCE | (QUALIFIER |                  | name, classorigin,  | TStatePropertyReference |
+// |                    |  VALUE.REFERENCE)*            | propagated,         |                         |
+// |                    |                               | referenceclass      |                         |
+// | VALUE              | #PCDATA                       | -                   | TStateValue             |
+// | VALUE.ARRAY        | VALUE*                        | -                   | TStateValueArray        |
+// | (any)              | anything                      | -                   | TStateSkip              |
+//
+// The instance is created from its class as soon as the INSTANCE start tag is read; each
+// property stores its value when its element ends. Qualifiers of instances and their properties
+// carry nothing the model keeps, so they are skipped whole.
+#pragma once
+
+#include "cimxml/CIMXMLParser.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace NQRN20 {
+
+// INSTANCE:
+//   phase 0: QUALIFIER* (skipped)
+//   phase 1: (PROPERTY | PROPERTY.ARRAY | PROPERTY.REFERENCE)*
+class TCIMXMLParser::TStateInstance : public TCIMXMLParser::TParseState {
+public:
+    explicit TStateInstance(boost::shared_ptr<ICIMInstance>* slot) : m_slot(slot) {}
+    void StartElement(TCIMXMLParser& parser, const std::string& name,
+                      TAttributeMap& attributes) override;
+    void ProcessAttributes(TCIMXMLParser& parser, TAttributeMap& attributes) override;
+
+private:
+    std::string m_className;
+    boost::shared_ptr<ICIMInstance>* m_slot;
+};
+
+// What the three property value states share: the instance, the property's name and the value
+// that its element carries.
+struct TPropertyValue {
+    explicit TPropertyValue(boost::shared_ptr<ICIMInstance> instance) : m_instance(instance) {}
+
+    boost::shared_ptr<ICIMInstance> m_instance;
+    std::string m_name;
+    std::string m_classOrigin;
+    bool m_propagated = false;
+    TCIMValue m_value;
+    bool m_valueSeen = false;
+};
+
+// PROPERTY in an instance: (QUALIFIER | VALUE)*. Any other child ends the property early and is
+// handed to the INSTANCE state, since a missing end tag is the likeliest cause.
+class TCIMXMLParser::TStateProperty : public TCIMXMLParser::TParseState {
+public:
+    explicit TStateProperty(boost::shared_ptr<ICIMInstance> instance) : m_property(instance) {}
+    void StartElement(TCIMXMLParser& parser, const std::string& name,
+                      TAttributeMap& attributes) override;
+    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
+    void ProcessAttributes(TCIMXMLParser& parser, TAttributeMap& attributes) override;
+
+private:
+    TCIMValue::TCIMType DeclaredType() const;
+    void CheckDeclaredType(TCIMXMLParser& parser, TCIMValue::TCIMType type);
+
+    TPropertyValue m_property;
+};
+
+// PROPERTY.ARRAY in an instance: (QUALIFIER | VALUE.ARRAY)*.
+class TCIMXMLParser::TStatePropertyArray : public TCIMXMLParser::TParseState {
+public:
+    explicit TStatePropertyArray(boost::shared_ptr<ICIMInstance> instance) : m_property(instance) {}
+    void StartElement(TCIMXMLParser& parser, const std::string& name,
+                      TAttributeMap& attributes) override;
+    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
+    void ProcessAttributes(TCIMXMLParser& parser, TAttributeMap& attributes) override;
+
+private:
+    TPropertyValue m_property;
+    TCIMValue::TCIMType m_type;
+    uint32_t m_arraySize = 0;
+};
+
+// PROPERTY.REFERENCE in an instance: (QUALIFIER | VALUE.REFERENCE)*.
+class TCIMXMLParser::TStatePropertyReference : public TCIMXMLParser::TParseState {
+public:
+    explicit TStatePropertyReference(boost::shared_ptr<ICIMInstance> instance)
+        : m_property(instance) {}
+    void StartElement(TCIMXMLParser& parser, const std::string& name,
+                      TAttributeMap& attributes) override;
+    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
+    void ProcessAttributes(TCIMXMLParser& parser, TAttributeMap& attributes) override;
+
+private:
+    TPropertyValue m_property;
+    std::string m_referenceClass;
+};
+
+// VALUE: its text, converted to the type its parent gives, goes to the parent's target.
+class TCIMXMLParser::TStateValue : public TCIMXMLParser::TParseState {
+public:
+    TStateValue(TCIMXMLParser& parser, TCIMValue* target, TCIMValue::TCIMType type);
+    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
+
+private:
+    TCIMValue* m_target;
+    TCIMValue::TCIMType m_type;
+};
+
+// VALUE.ARRAY: VALUE*; the values, each converted to the element type, become one array value.
+class TCIMXMLParser::TStateValueArray : public TCIMXMLParser::TParseState {
+public:
+    TStateValueArray(TCIMValue* target, TCIMValue::TCIMType type, uint32_t arraySize)
+        : m_target(target), m_type(type), m_arraySize(arraySize) {}
+    void StartElement(TCIMXMLParser& parser, const std::string& name,
+                      TAttributeMap& attributes) override;
+    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
+
+private:
+    TCIMValue* m_target;
+    TCIMValue::TCIMType m_type;
+    uint32_t m_arraySize;
+    std::vector<TCIMValue> m_elements;
+};
+
+// Any element whose content has no effect: counts the elements nested in it and pops itself at
+// its own end, so that nothing inside reaches the state below.
+class TCIMXMLParser::TStateSkip : public TCIMXMLParser::TParseState {
+public:
+    void StartElement(TCIMXMLParser& parser, const std::string& name,
+                      TAttributeMap& attributes) override;
+    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
+
+private:
+    uint32_t m_depth = 0;
+};
+
+} // namespace NQRN20
