@@ -1,0 +1,176 @@
+// The states of qualifiers, qualifier declarations and their scopes.
+#include "cimxml/states/Qualifiers.h"
+
+#include "cimxml/Names.h"
+#include "cimxml/states/Instances.h"
+#include "cimxml/states/Support.h"
+
+namespace NQRN20 {
+
+using namespace NCimXml;
+
+namespace {
+
+enum EQualifierDeclarationPhase { kPhaseScope = 0, kPhaseValues = 1 };
+
+const char kExpectedScope[] = "Expected SCOPE element";
+const char kIncompatibleAttributes[] = "Incompatible attributes";
+
+// Indications have no bit in the core's scope set, so an indication attribute adds nothing.
+const struct {
+    const char* m_attribute;
+    uint32_t m_bit;
+} kScopeBits[] = {
+    {kAttrScopeClass, 1},    {kAttrScopeAssociation, 2}, {kAttrScopeReference, 16},
+    {kAttrScopeProperty, 8}, {kAttrScopeMethod, 32},     {kAttrScopeParameter, 64},
+};
+
+// The namespace lives only as long as the parser's caller keeps it; one that is gone holds no
+// declarations and takes none.
+boost::shared_ptr<ICIMNamespace> RequireNamespace(TCIMXMLParser& parser) {
+    const boost::shared_ptr<ICIMNamespace> cimNamespace = parser.LockNamespace();
+    if (!cimNamespace) {
+        throw TQRNException(kQRNStatusNotFound);
+    }
+    return cimNamespace;
+}
+
+} // namespace
+
+void TCIMXMLParser::TStateQualifier::ProcessAttributes(TCIMXMLParser& parser,
+                                                       TAttributeMap& attributes) {
+    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+        parser.HandleCIMName(it, &m_name);
+    }
+    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+        parser.HandleCIMType(it, &m_type) || parser.HandlePropagated(it, m_propagated) ||
+            parser.HandleQualifierFlavor(it, &m_flavor);
+    }
+}
+
+// QUALIFIER: (VALUE | VALUE.ARRAY)*
+// The value is parsed with the qualifier's own type, whatever its declaration says.
+void TCIMXMLParser::TStateQualifier::StartElement(TCIMXMLParser& parser, const std::string& name,
+                                                  TAttributeMap& attributes) {
+    if (name == kValue) {
+        m_valueSeen = true;
+        parser.PushState(new TStateValue(parser, &m_value, m_type), attributes);
+    } else if (name == kValueArray) {
+        m_valueSeen = true;
+        parser.PushState(new TStateValueArray(&m_value, m_type, 0), attributes);
+    } else {
+        parser.RejectElement(name);
+    }
+}
+
+// The declaration is looked up even where nothing is attached, so that a qualifier nobody
+// declared is always reported.
+void TCIMXMLParser::TStateQualifier::EndElement(TCIMXMLParser& parser, const std::string&) {
+    try {
+        const boost::shared_ptr<ICIMQualifierDecl> declaration =
+            RequireNamespace(parser)->GetQualifierDecl(m_name, TCIMOptions());
+        // A propagated qualifier stays with the element it was inherited from. Nothing is
+        // attached to an owner that was not created: that is reported with the owner's element.
+        if (!m_propagated && m_owner) {
+            if (!m_valueSeen) {
+                m_value = TCIMValue(declaration->GetType(TCIMOptions()), 0);
+            }
+            m_owner->AddQualifier(
+                m_owner->CreateQualifier(declaration, m_value, m_flavor, TCIMOptions()),
+                TCIMOptions());
+        }
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() == kQRNStatusNotFound) {
+            TRootObject::GetCoreLogger()->Log(kLookupLogLevel, kCouldntFindQualifier + m_name);
+        }
+        throw TQRNException(error.GetStatus());
+    }
+    parser.PopState();
+}
+
+// The array bit is added only after the walk, so the attributes may come in any order.
+void TCIMXMLParser::TStateQualifierDeclaration::ProcessAttributes(TCIMXMLParser& parser,
+                                                                  TAttributeMap& attributes) {
+    for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+        if (parser.HandleCIMName(it, &m_name) || parser.HandleCIMType(it, &m_type)) {
+            continue;
+        }
+        if (it->first == kAttrIsArray) {
+            m_isArray = ConvertBool(it->second);
+            m_isArrayGiven = true;
+            continue;
+        }
+        parser.HandleArraySize(it, m_arraySize) || parser.HandleQualifierFlavor(it, &m_flavor);
+    }
+    if (m_isArray) {
+        m_type = m_type.GetArrayType();
+    }
+}
+
+// QUALIFIER.DECLARATION: SCOPE, (VALUE | VALUE.ARRAY)*
+void TCIMXMLParser::TStateQualifierDeclaration::StartElement(TCIMXMLParser& parser,
+                                                             const std::string& name,
+                                                             TAttributeMap& attributes) {
+    switch (m_phase) {
+    case kPhaseScope:
+        if (name != kScope) {
+            parser.FatalError(kExpectedScope);
+        }
+        m_phase = kPhaseValues;
+        parser.PushState(new TStateScope(this), attributes);
+        return;
+    case kPhaseValues:
+        if (name == kValue) {
+            m_valueSeen = true;
+            parser.PushState(new TStateValue(parser, &m_value, m_type), attributes);
+        } else if (name == kValueArray) {
+            m_valueSeen = true;
+            parser.PushState(new TStateValueArray(&m_value, m_type, m_arraySize), attributes);
+        } else {
+            parser.RejectElement(name);
+        }
+        return;
+    default:
+        parser.ReportStateCorrupt();
+    }
+}
+
+// An explicit isarray must agree with arraysize and the default; a default must be an array
+// exactly when arraysize is given.
+bool TCIMXMLParser::TStateQualifierDeclaration::HasCompatibleArrayAttributes() const {
+    if (m_isArrayGiven) {
+        if (m_arraySize != 0 && !m_isArray) {
+            return false;
+        }
+        if (m_valueSeen && m_value.IsArray() != m_isArray) {
+            return false;
+        }
+    }
+    return !m_valueSeen || m_value.IsArray() == (m_arraySize != 0);
+}
+
+void TCIMXMLParser::TStateQualifierDeclaration::EndElement(TCIMXMLParser& parser,
+                                                           const std::string&) {
+    if (!HasCompatibleArrayAttributes()) {
+        parser.FatalError(kIncompatibleAttributes);
+    }
+    if (!m_valueSeen) {
+        m_value = TCIMValue(m_type, m_arraySize);
+    }
+    CommitAllowingDuplicate(RequireNamespace(parser)->CreateQualifierDecl(m_name, m_value, m_scope,
+                                                                          m_flavor, TCIMOptions()));
+    parser.PopState();
+}
+
+// Only the attribute's presence counts: scope="false" sets its bit too.
+void TCIMXMLParser::TStateScope::ProcessAttributes(TCIMXMLParser&, TAttributeMap& attributes) {
+    for (const auto& attribute : attributes) {
+        for (const auto& scope : kScopeBits) {
+            if (attribute.first == scope.m_attribute) {
+                m_declaration->m_scope |= scope.m_bit;
+            }
+        }
+    }
+}
+
+} // namespace NQRN20
