@@ -1,0 +1,186 @@
+// The states of value objects: where a finished class or instance is committed and collected.
+#include "cimxml/states/ValueObjects.h"
+
+#include "cimxml/Names.h"
+#include "cimxml/states/Classes.h"
+#include "cimxml/states/InstanceNames.h"
+#include "cimxml/states/Instances.h"
+#include "cimxml/states/Paths.h"
+#include "cimxml/states/Support.h"
+
+namespace NQRN20 {
+
+using namespace NCimXml;
+
+namespace {
+
+const char kObjectNotCreated[] =
+    "CIM element holds no object: its class or instance was not created";
+
+} // namespace
+
+void TCIMXMLParser::TWrappedObject::PushClass(TCIMXMLParser& parser, TAttributeMap& attributes) {
+    m_isClass = true;
+    parser.PushState(new TStateClass(&m_class), attributes);
+}
+
+void TCIMXMLParser::TWrappedObject::PushInstance(TCIMXMLParser& parser, TAttributeMap& attributes) {
+    parser.PushState(new TStateInstance(&m_instance), attributes);
+}
+
+void TCIMXMLParser::TWrappedObject::Commit(TCIMXMLParser& parser, ECollect collect) {
+    if (m_isClass ? !m_class : !m_instance) {
+        parser.FatalError(kObjectNotCreated);
+    }
+    if (m_isClass) {
+        try {
+            m_class->Commit(TCIMOptions());
+        } catch (const TQRNException& error) {
+            if (error.GetStatus() == kQRNStatusAlreadyExists) {
+                return;
+            }
+            throw;
+        }
+        if (collect == kCommitAndCollect) {
+            parser.m_classesCollected.push_back(m_class);
+        }
+        return;
+    }
+    m_instance->Commit(TCIMOptions());
+    if (collect == kCommitAndCollect) {
+        parser.m_instancesCollected.push_back(m_instance);
+    }
+}
+
+void TCIMXMLParser::TWrappedObject::End(TCIMXMLParser& parser, bool complete, ECollect collect) {
+    if (!complete) {
+        parser.FatalError(kSyntaxError);
+    }
+    Commit(parser, collect);
+    parser.PopState();
+}
+
+// VALUE.OBJECT: CLASS | INSTANCE
+void TCIMXMLParser::TStateValueObject::StartElement(TCIMXMLParser& parser, const std::string& name,
+                                                    TAttributeMap& attributes) {
+    if (m_phase == 0 && name == kClass) {
+        m_phase = 1;
+        m_object.PushClass(parser, attributes);
+    } else if (m_phase == 0 && name == kInstance) {
+        m_phase = 1;
+        m_object.PushInstance(parser, attributes);
+    } else if (m_phase >= 0 && m_phase <= 1) {
+        parser.RejectElement(name);
+    } else {
+        parser.ReportStateCorrupt();
+    }
+}
+
+void TCIMXMLParser::TStateValueObject::EndElement(TCIMXMLParser& parser, const std::string&) {
+    m_object.End(parser, m_phase == 1, TWrappedObject::kCommitAndCollect);
+}
+
+// VALUE.NAMEDOBJECT: CLASS | (INSTANCENAME, INSTANCE)
+void TCIMXMLParser::TStateValueNamedObject::StartElement(TCIMXMLParser& parser,
+                                                         const std::string& name,
+                                                         TAttributeMap& attributes) {
+    if (m_phase == 0 && name == kClass) {
+        m_phase = 2;
+        m_object.PushClass(parser, attributes);
+    } else if (m_phase == 0 && name == kInstanceName) {
+        m_phase = 1;
+        parser.PushState(new TStateInstanceName(&m_instanceName), attributes);
+    } else if (m_phase == 1 && name == kInstance) {
+        m_phase = 2;
+        m_object.PushInstance(parser, attributes);
+    } else if (m_phase >= 0 && m_phase <= 2) {
+        parser.RejectElement(name);
+    } else {
+        parser.ReportStateCorrupt();
+    }
+}
+
+void TCIMXMLParser::TStateValueNamedObject::EndElement(TCIMXMLParser& parser, const std::string&) {
+    m_object.End(parser, m_phase == 2, TWrappedObject::kCommitAndCollect);
+}
+
+// VALUE.OBJECTWITHPATH: (CLASSPATH, CLASS) | (INSTANCEPATH, INSTANCE)
+void TCIMXMLParser::TStateValueObjectWithPath::StartElement(TCIMXMLParser& parser,
+                                                            const std::string& name,
+                                                            TAttributeMap& attributes) {
+    if (m_phase == 0 && name == kClassPath) {
+        m_phase = 1;
+        parser.PushState(new TStateClassPath(&m_host, &m_namespace, &m_className), attributes);
+    } else if (m_phase == 0 && name == kInstancePath) {
+        m_phase = 2;
+        parser.PushState(new TStateInstancePath(&m_host, &m_namespace, &m_instancePath),
+                         attributes);
+    } else if (m_phase == 1 && name == kClass) {
+        m_phase = 3;
+        m_object.PushClass(parser, attributes);
+    } else if (m_phase == 2 && name == kInstance) {
+        m_phase = 3;
+        m_object.PushInstance(parser, attributes);
+    } else if (m_phase >= 0 && m_phase <= 3) {
+        parser.RejectElement(name);
+    } else {
+        parser.ReportStateCorrupt();
+    }
+}
+
+void TCIMXMLParser::TStateValueObjectWithPath::EndElement(TCIMXMLParser& parser,
+                                                          const std::string&) {
+    m_object.End(parser, m_phase == 3, TWrappedObject::kCommitAndCollect);
+}
+
+// VALUE.OBJECTWITHLOCALPATH: (LOCALCLASSPATH, CLASS) | (LOCALINSTANCEPATH, INSTANCE)
+void TCIMXMLParser::TStateValueObjectWithLocalPath::StartElement(TCIMXMLParser& parser,
+                                                                 const std::string& name,
+                                                                 TAttributeMap& attributes) {
+    if (m_phase == 0 && name == kLocalClassPath) {
+        m_phase = 1;
+        parser.PushState(new TStateLocalClassPath(&m_namespace, &m_className), attributes);
+    } else if (m_phase == 0 && name == kLocalInstancePath) {
+        m_phase = 2;
+        parser.PushState(new TStateLocalInstancePath(&m_namespace, &m_instancePath), attributes);
+    } else if (m_phase == 1 && name == kClass) {
+        m_phase = 3;
+        m_object.PushClass(parser, attributes);
+    } else if (m_phase == 2 && name == kInstance) {
+        m_phase = 3;
+        m_object.PushInstance(parser, attributes);
+    } else if (m_phase >= 0 && m_phase <= 3) {
+        parser.RejectElement(name);
+    } else {
+        parser.ReportStateCorrupt();
+    }
+}
+
+void TCIMXMLParser::TStateValueObjectWithLocalPath::EndElement(TCIMXMLParser& parser,
+                                                               const std::string&) {
+    m_object.End(parser, m_phase == 3, TWrappedObject::kCommitAndCollect);
+}
+
+// VALUE.NAMEDINSTANCE: INSTANCENAME, INSTANCE
+void TCIMXMLParser::TStateValueNamedInstance::StartElement(TCIMXMLParser& parser,
+                                                           const std::string& name,
+                                                           TAttributeMap& attributes) {
+    if (m_phase == 0 && name == kInstanceName) {
+        m_phase = 1;
+        parser.PushState(new TStateInstanceName(&m_instanceName), attributes);
+    } else if (m_phase == 1 && name == kInstance) {
+        m_phase = 2;
+        m_object.PushInstance(parser, attributes);
+    } else if (m_phase >= 0 && m_phase <= 2) {
+        parser.RejectElement(name);
+    } else {
+        parser.ReportStateCorrupt();
+    }
+}
+
+void TCIMXMLParser::TStateValueNamedInstance::EndElement(TCIMXMLParser& parser,
+                                                         const std::string&) {
+    m_object.End(parser, m_phase == 2, TWrappedObject::kCommitOnly);
+}
+
+} // namespace NQRN20
