@@ -1,4 +1,5 @@
-// Out-of-line destructors, so each interface's type information lives in the core library.
+// Out-of-line destructors, so each interface's type information lives in the core library,
+// and the bodies of the operations a model need not implement.
 #include "core/Interfaces.h"
 
 namespace NQRN20 {
@@ -9,5 +10,10 @@ ICIMProperty::~ICIMProperty() = default;
 ICIMNamedElement::~ICIMNamedElement() = default;
 ICIMInstance::~ICIMInstance() = default;
 ICIMNamespace::~ICIMNamespace() = default;
+
+void ICIMParameterDecl::SetShape(bool, uint32_t, const std::string&, TCIMOptions) {}
+bool ICIMParameterDecl::IsArray(TCIMOptions) { return false; }
+uint32_t ICIMParameterDecl::GetArraySize(TCIMOptions) { return 0; }
+std::string ICIMParameterDecl::GetReferenceClass(TCIMOptions) { return std::string(); }
 
 } // namespace NQRN20

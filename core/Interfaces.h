@@ -83,6 +83,15 @@ public:
     virtual void Commit(TCIMOptions options) = 0;
     virtual const std::string& GetName(TCIMOptions options) = 0;
     virtual TCIMValue::TCIMType GetType(TCIMOptions options) = 0;
+
+    // What a parameter's element says beyond its type, which names only the element type of an
+    // array and only that a reference is one: whether it is an array (of a fixed size, or 0
+    // for any) and which class a reference refers to. A model may keep only the type.
+    virtual void SetShape(bool isArray, uint32_t arraySize, const std::string& referenceClass,
+                          TCIMOptions options);
+    virtual bool IsArray(TCIMOptions options);
+    virtual uint32_t GetArraySize(TCIMOptions options);
+    virtual std::string GetReferenceClass(TCIMOptions options);
 };
 
 class ICIMMethodDecl : public ICIMNamedElement {

@@ -107,6 +107,14 @@ void TMemoryParameterDecl::Commit(TCIMOptions) {
     m_committed = true;
 }
 
+void TMemoryParameterDecl::SetShape(bool isArray, uint32_t arraySize,
+                                    const std::string& referenceClass, TCIMOptions) {
+    CheckWritable();
+    m_isArray = isArray;
+    m_arraySize = arraySize;
+    m_referenceClass = referenceClass;
+}
+
 TMemoryMethodDecl::TMemoryMethodDecl(const boost::weak_ptr<TMemoryClass>& owner,
                                      const std::string& name, TCIMValue::TCIMType returnType,
                                      const TQualifierList& inherited)

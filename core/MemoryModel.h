@@ -171,12 +171,20 @@ public:
     void Commit(TCIMOptions options) override;
     const std::string& GetName(TCIMOptions) override { return m_name; }
     TCIMValue::TCIMType GetType(TCIMOptions) override { return m_type; }
+    void SetShape(bool isArray, uint32_t arraySize, const std::string& referenceClass,
+                  TCIMOptions options) override;
+    bool IsArray(TCIMOptions) override { return m_isArray; }
+    uint32_t GetArraySize(TCIMOptions) override { return m_arraySize; }
+    std::string GetReferenceClass(TCIMOptions) override { return m_referenceClass; }
 
 private:
     bool IsCommitted() const override { return m_committed; }
 
     boost::weak_ptr<TMemoryMethodDecl> m_method;
     TCIMValue::TCIMType m_type;
+    bool m_isArray = false;
+    uint32_t m_arraySize = 0;
+    std::string m_referenceClass;
     bool m_committed = false;
 };
 

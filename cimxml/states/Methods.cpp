@@ -23,6 +23,8 @@ bool IsReference(EParameterKind kind) {
     return kind == kReferenceParameter || kind == kRefArrayParameter;
 }
 
+bool IsArray(EParameterKind kind) { return kind == kArrayParameter || kind == kRefArrayParameter; }
+
 void ReadParameterAttributes(TCIMXMLParser& parser, TParameterFields& fields, EParameterKind kind,
                              TAttributeMap& attributes) {
     const bool reference = IsReference(kind);
@@ -36,8 +38,8 @@ void ReadParameterAttributes(TCIMXMLParser& parser, TParameterFields& fields, EP
     }
 }
 
-// The core is told the element type of an array and only that a reference is one: neither
-// the array size nor the reference class reaches it.
+// The core is told the element type of an array and only that a reference is one; the shape
+// the element gives beyond that follows, so that the model can show the parameter as declared.
 void DeclareParameter(TCIMXMLParser& parser, TParameterFields& fields, EParameterKind kind,
                       TAttributeMap& attributes) {
     ReadParameterAttributes(parser, fields, kind, attributes);
@@ -46,6 +48,8 @@ void DeclareParameter(TCIMXMLParser& parser, TParameterFields& fields, EParamete
             IsReference(kind) ? TCIMValue::TCIMType(kCIMTypeReference) : fields.m_type;
         fields.m_parameter =
             fields.m_method->CreateParameterDecl(fields.m_name, type, TCIMOptions());
+        fields.m_parameter->SetShape(IsArray(kind), fields.m_arraySize, fields.m_referenceClass,
+                                     TCIMOptions());
     }
 }
 
