@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets up a Debian machine for xmlparser, builds it and runs it:
-#   ./dev.sh run    install, build, and load the bundled example documents
+#   ./dev.sh run    install, build, and show the bundled example documents as MOF
 #   ./dev.sh test   install, build, and run the whole suite in an optimised and a sanitizer build
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -37,8 +37,8 @@ run_tests() {
 case "${1:-}" in
 run)
     install_packages
-    build build/release -DCMAKE_BUILD_TYPE=Release -DXMLPARSER_BUILD_TESTS=OFF
-    build/release/tools/xmlscan examples/*.xml
+    build build/run -DCMAKE_BUILD_TYPE=Release -DXMLPARSER_BUILD_TESTS=OFF
+    build/run/tools/cimxml --mof examples/schema.xml --instances examples/instances.xml
     ;;
 test)
     install_packages

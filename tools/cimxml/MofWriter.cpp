@@ -1,0 +1,304 @@
+// Writes the contents of a namespace as MOF.
+#include "tools/cimxml/MofWriter.h"
+
+#include "tools/cimxml/SchemaView.h"
+
+#include <cstdio>
+
+namespace NQRN20 {
+namespace NMof {
+
+namespace {
+
+using namespace NSchemaView;
+
+const char kIndent[] = "    ";
+
+const struct {
+    uint32_t m_bit;
+    const char* m_name;
+} kScopes[] = {
+    {1, "class"},      {2, "association"}, {8, "property"},
+    {16, "reference"}, {32, "method"},     {64, "parameter"},
+};
+
+// The flavor keywords for each bit, set and clear; translatable has no keyword to clear it.
+const struct {
+    ICIMQualifierDecl::EFlavor m_bit;
+    const char* m_set;
+    const char* m_clear;
+} kFlavors[] = {
+    {ICIMQualifierDecl::kFlavorOverridable, "EnableOverride", "DisableOverride"},
+    {ICIMQualifierDecl::kFlavorToSubclass, "ToSubclass", "Restricted"},
+    {ICIMQualifierDecl::kFlavorTranslatable, "Translatable", nullptr},
+};
+
+std::string Join(const std::vector<std::string>& parts, const char* separator) {
+    std::string joined;
+    for (const std::string& part : parts) {
+        joined += (joined.empty() ? "" : separator) + part;
+    }
+    return joined;
+}
+
+// A real literal needs a decimal point to be read back as a real.
+std::string RealLiteral(std::string text) {
+    if (text.find_first_of(".nN") != std::string::npos) {
+        return text;
+    }
+    const size_t exponent = text.find_first_of("eE");
+    return text.insert(exponent == std::string::npos ? text.size() : exponent, ".0");
+}
+
+std::string CharLiteral(uint64_t code) {
+    if (code >= 0x20 && code < 0x7F && code != '\'' && code != '\\') {
+        return std::string("'") + char(code) + "'";
+    }
+    char escaped[16];
+    std::snprintf(escaped, sizeof escaped, "'\\x%04X'", unsigned(code));
+    return escaped;
+}
+
+std::string ScalarLiteral(const TCIMValue& value) {
+    switch (value.GetType().GetElementType()) {
+    case kCIMTypeBoolean:
+        return value.GetBoolean() ? "true" : "false";
+    case kCIMTypeReal32:
+    case kCIMTypeReal64:
+        return RealLiteral(value.ToString());
+    case kCIMTypeChar16:
+        return CharLiteral(value.GetUnsigned());
+    case kCIMTypeString:
+        return QuoteString(value.GetString());
+    case kCIMTypeDateTime:
+        return QuoteString(value.GetDateTime().ToString());
+    case kCIMTypeReference:
+        return QuoteString(static_cast<TCIMReference>(value).ToString());
+    default:
+        return value.ToString();
+    }
+}
+
+std::string TypeName(TCIMValue::TCIMType type) {
+    return TCIMValue::TCIMType(type.GetElementType()).GetName();
+}
+
+std::string ArraySuffix(bool isArray, uint32_t size) {
+    return isArray ? "[" + (size != 0 ? std::to_string(size) : "") + "]" : "";
+}
+
+} // namespace
+
+std::string QuoteString(const std::string& text) {
+    std::string quoted = "\"";
+    for (const char c : text) {
+        switch (c) {
+        case '"':
+            quoted += "\\\"";
+            break;
+        case '\\':
+            quoted += "\\\\";
+            break;
+        case '\n':
+            quoted += "\\n";
+            break;
+        case '\t':
+            quoted += "\\t";
+            break;
+        case '\r':
+            quoted += "\\r";
+            break;
+        default:
+            if (static_cast<unsigned char>(c) < 0x20) {
+                char escaped[8];
+                std::snprintf(escaped, sizeof escaped, "\\x%02X", unsigned(c));
+                quoted += escaped;
+            } else {
+                quoted += c;
+            }
+        }
+    }
+    return quoted + "\"";
+}
+
+std::string Literal(const TCIMValue& value) {
+    if (value.IsNull()) {
+        return "NULL";
+    }
+    if (!value.IsArray()) {
+        return ScalarLiteral(value);
+    }
+    std::vector<std::string> elements;
+    for (const TCIMValue& element : value.GetElements()) {
+        elements.push_back(Literal(element));
+    }
+    return "{" + Join(elements, ", ") + "}";
+}
+
+namespace {
+
+// Name, Name(value), Name{values} or, for a true boolean, the name alone; then the flavors in
+// which the qualifier differs from its declaration.
+std::string QualifierText(ICIMNamespace& cimNamespace, ICIMQualifier& qualifier) {
+    const std::string& name = qualifier.GetName(TCIMOptions());
+    const TCIMValue& value = qualifier.GetValue(TCIMOptions());
+    std::string text = name;
+    if (value.IsArray() && !value.IsNull()) {
+        text += Literal(value);
+    } else if (value.IsNull() || value.GetType() != kCIMTypeBoolean || !value.GetBoolean()) {
+        text += "(" + Literal(value) + ")";
+    }
+    const uint32_t declared =
+        cimNamespace.GetQualifierDecl(name, TCIMOptions())->GetFlavor(TCIMOptions());
+    const uint32_t flavor = qualifier.GetFlavor(TCIMOptions());
+    std::vector<std::string> flavors;
+    for (const auto& bit : kFlavors) {
+        const bool set = (flavor & bit.m_bit) != 0;
+        if (set != ((declared & bit.m_bit) != 0) && (set || bit.m_clear != nullptr)) {
+            flavors.push_back(set ? bit.m_set : bit.m_clear);
+        }
+    }
+    return flavors.empty() ? text : text + ": " + Join(flavors, " ");
+}
+
+// "[A, B(1)]" for the qualifiers an element states, or nothing.
+std::string QualifierList(ICIMNamespace& cimNamespace, const TQualifiers& qualifiers) {
+    std::vector<std::string> texts;
+    for (const auto& qualifier : qualifiers) {
+        texts.push_back(QualifierText(cimNamespace, *qualifier));
+    }
+    return texts.empty() ? "" : "[" + Join(texts, ", ") + "]";
+}
+
+void WriteQualifierDecl(ICIMQualifierDecl& declaration, std::ostream& out) {
+    const TCIMValue& value = declaration.GetValue(TCIMOptions());
+    const TCIMValue::TCIMType type = declaration.GetType(TCIMOptions());
+    out << "Qualifier " << declaration.GetName(TCIMOptions()) << " : " << TypeName(type)
+        << ArraySuffix(type.IsArray(), value.GetCount());
+    if (!value.IsNull()) {
+        out << " = " << Literal(value);
+    }
+    std::vector<std::string> scopes;
+    for (const auto& scope : kScopes) {
+        if (declaration.GetScope(TCIMOptions()) & scope.m_bit) {
+            scopes.push_back(scope.m_name);
+        }
+    }
+    std::vector<std::string> flavors;
+    for (const auto& bit : kFlavors) {
+        const bool set = (declaration.GetFlavor(TCIMOptions()) & bit.m_bit) != 0;
+        if (set || bit.m_clear != nullptr) {
+            flavors.push_back(set ? bit.m_set : bit.m_clear);
+        }
+    }
+    out << ",\n    Scope(" << (scopes.empty() ? "any" : Join(scopes, ", ")) << "),\n    Flavor("
+        << Join(flavors, ", ") << ");\n\n";
+}
+
+} // namespace
+
+namespace {
+
+// A reference declaration names the class it refers to: the one its null default records, or
+// the class of the path it defaults to.
+std::string ReferenceClassName(const TCIMValue& value) {
+    const boost::shared_ptr<ICIMClass> referenced = value.GetReferencedClass();
+    if (referenced) {
+        return referenced->GetName(TCIMOptions());
+    }
+    return value.IsNull() ? "object" : static_cast<TCIMReference>(value).GetClassName();
+}
+
+std::string PropertyText(ICIMPropertyDecl& declaration) {
+    const TCIMValue& value = declaration.GetValue(TCIMOptions());
+    const TCIMValue::TCIMType type = declaration.GetType(TCIMOptions());
+    const std::string& name = declaration.GetName(TCIMOptions());
+    std::string text =
+        type.GetElementType() == kCIMTypeReference
+            ? ReferenceClassName(value) + " REF " + name
+            : TypeName(type) + " " + name + ArraySuffix(type.IsArray(), value.GetCount());
+    return value.IsNull() ? text : text + " = " + Literal(value);
+}
+
+std::string ParameterText(ICIMNamespace& cimNamespace, ICIMParameterDecl& parameter) {
+    const std::string qualifiers = QualifierList(cimNamespace, OwnQualifiers(parameter, nullptr));
+    const TCIMValue::TCIMType type = parameter.GetType(TCIMOptions());
+    const std::string& name = parameter.GetName(TCIMOptions());
+    const std::string typeName = type.GetElementType() == kCIMTypeReference
+                                     ? parameter.GetReferenceClass(TCIMOptions()) + " REF"
+                                     : TypeName(type);
+    return (qualifiers.empty() ? "" : qualifiers + " ") + typeName + " " + name +
+           ArraySuffix(parameter.IsArray(TCIMOptions()), parameter.GetArraySize(TCIMOptions()));
+}
+
+// An element's qualifiers on a line of their own above it, then the element itself.
+void WriteMember(const std::string& qualifiers, const std::string& text, std::ostream& out) {
+    if (!qualifiers.empty()) {
+        out << kIndent << qualifiers << "\n";
+    }
+    out << kIndent << text << ";\n";
+}
+
+void WriteMethod(ICIMNamespace& cimNamespace, ICIMClass& cimClass, ICIMMethodDecl& method,
+                 std::ostream& out) {
+    const std::string& name = method.GetName(TCIMOptions());
+    const boost::shared_ptr<ICIMMethodDecl> overridden = OverriddenMethodDecl(cimClass, name);
+    std::vector<std::string> parameters;
+    for (const auto& parameter : ParameterDecls(method)) {
+        parameters.push_back(ParameterText(cimNamespace, *parameter));
+    }
+    const std::string separator = std::string(",\n") + kIndent + kIndent;
+    WriteMember(QualifierList(cimNamespace, OwnQualifiers(method, overridden.get())),
+                TypeName(method.GetType(TCIMOptions())) + " " + name + "(" +
+                    (parameters.empty() ? "" : "\n" + std::string(kIndent) + kIndent) +
+                    Join(parameters, separator.c_str()) + ")",
+                out);
+}
+
+void WriteClass(ICIMNamespace& cimNamespace, ICIMClass& cimClass, std::ostream& out) {
+    const boost::shared_ptr<ICIMClass> superClass = cimClass.GetSuperClass(TCIMOptions());
+    const std::string qualifiers =
+        QualifierList(cimNamespace, OwnQualifiers(cimClass, superClass.get()));
+    out << (qualifiers.empty() ? "" : qualifiers + "\n") << "class "
+        << cimClass.GetName(TCIMOptions());
+    if (superClass) {
+        out << " : " << superClass->GetName(TCIMOptions());
+    }
+    out << " {\n";
+    for (const auto& declaration : OwnPropertyDecls(cimClass)) {
+        const boost::shared_ptr<ICIMPropertyDecl> overridden =
+            OverriddenPropertyDecl(cimClass, declaration->GetName(TCIMOptions()));
+        WriteMember(QualifierList(cimNamespace, OwnQualifiers(*declaration, overridden.get())),
+                    PropertyText(*declaration), out);
+    }
+    for (const auto& method : OwnMethodDecls(cimClass)) {
+        WriteMethod(cimNamespace, cimClass, *method, out);
+    }
+    out << "};\n\n";
+}
+
+void WriteInstance(ICIMInstance& instance, std::ostream& out) {
+    out << "instance of " << instance.GetClass(TCIMOptions())->GetName(TCIMOptions()) << " {\n";
+    for (const auto& property : SetProperties(instance)) {
+        out << kIndent << property->GetName(TCIMOptions()) << " = "
+            << Literal(property->GetValue(TCIMOptions())) << ";\n";
+    }
+    out << "};\n\n";
+}
+
+} // namespace
+
+void WriteNamespace(ICIMNamespace& cimNamespace, std::ostream& out) {
+    for (const auto& declaration : QualifierDecls(cimNamespace)) {
+        WriteQualifierDecl(*declaration, out);
+    }
+    for (const auto& cimClass : Classes(cimNamespace)) {
+        WriteClass(cimNamespace, *cimClass, out);
+    }
+    for (const auto& instance : Instances(cimNamespace)) {
+        WriteInstance(*instance, out);
+    }
+}
+
+} // namespace NMof
+} // namespace NQRN20
