@@ -3,6 +3,7 @@
 #include "populator/NamespacePopulator.h"
 #include "tools/cimxml/MofWriter.h"
 #include "tools/cimxml/SchemaView.h"
+#include "tools/cimxml/XmlWriter.h"
 
 #include <chrono>
 #include <cstdio>
@@ -23,6 +24,7 @@ const char kUsage[] =
     "classes) first, then the instance files after --instances. Plain and gzip files alike.\n"
     "\n"
     "  --mof        write the namespace as MOF instead of the summary\n"
+    "  --xml        write the namespace as one CIM-XML declaration document instead\n"
     "  --strict     exit with 1 when any error line was logged\n"
     "  --help       show this text\n"
     "  --version    show the version\n"
@@ -31,7 +33,7 @@ const char kUsage[] =
     "Exit status: 0 loaded, 1 a file failed (or an error line under --strict), 2 usage.\n";
 const uint32_t kErrorLevel = 3;
 
-enum EOutput { kSummary, kMof };
+enum EOutput { kSummary, kMof, kXml };
 
 struct TOptions {
     EOutput m_output = kSummary;
@@ -73,6 +75,8 @@ bool ParseOptions(int argc, char** argv, TOptions& options, int& exitCode) {
             return false;
         } else if (argument == "--mof") {
             options.m_output = kMof;
+        } else if (argument == "--xml") {
+            options.m_output = kXml;
         } else if (argument == "--strict") {
             options.m_strict = true;
         } else if (argument == "--instances") {
@@ -157,9 +161,14 @@ int main(int argc, char** argv) {
         }
     }
     TRootObject::SetCoreLogger(nullptr);
-    if (options.m_output == kMof) {
+    switch (options.m_output) {
+    case kMof:
         NMof::WriteNamespace(*cimNamespace, std::cout);
-    } else {
+        break;
+    case kXml:
+        NXmlWriter::WriteCimXml(*cimNamespace, std::cout);
+        break;
+    case kSummary:
         PrintSummary(*cimNamespace, results);
     }
     std::cout.flush();

@@ -1,0 +1,571 @@
+// The CIM-XML writer: markup, values, references, qualifiers, classes and instances.
+#include "tools/cimxml/XmlWriter.h"
+
+#include "core/Text.h"
+#include "tools/cimxml/SchemaView.h"
+
+#include <utility>
+#include <vector>
+
+namespace NQRN20 {
+namespace NXmlWriter {
+
+namespace {
+
+// Element names as the document spells them.
+namespace NElem {
+constexpr char kCim[] = "CIM";
+constexpr char kDeclaration[] = "DECLARATION";
+constexpr char kDeclGroup[] = "DECLGROUP";
+constexpr char kQualifierDeclaration[] = "QUALIFIER.DECLARATION";
+constexpr char kScope[] = "SCOPE";
+constexpr char kValueObject[] = "VALUE.OBJECT";
+constexpr char kClass[] = "CLASS";
+constexpr char kInstance[] = "INSTANCE";
+constexpr char kQualifier[] = "QUALIFIER";
+constexpr char kProperty[] = "PROPERTY";
+constexpr char kPropertyArray[] = "PROPERTY.ARRAY";
+constexpr char kPropertyReference[] = "PROPERTY.REFERENCE";
+constexpr char kMethod[] = "METHOD";
+constexpr char kParameter[] = "PARAMETER";
+constexpr char kParameterArray[] = "PARAMETER.ARRAY";
+constexpr char kParameterReference[] = "PARAMETER.REFERENCE";
+constexpr char kParameterRefArray[] = "PARAMETER.REFARRAY";
+constexpr char kValue[] = "VALUE";
+constexpr char kValueArray[] = "VALUE.ARRAY";
+constexpr char kValueReference[] = "VALUE.REFERENCE";
+constexpr char kClassPath[] = "CLASSPATH";
+constexpr char kLocalClassPath[] = "LOCALCLASSPATH";
+constexpr char kClassName[] = "CLASSNAME";
+constexpr char kInstancePath[] = "INSTANCEPATH";
+constexpr char kLocalInstancePath[] = "LOCALINSTANCEPATH";
+constexpr char kInstanceName[] = "INSTANCENAME";
+constexpr char kNamespacePath[] = "NAMESPACEPATH";
+constexpr char kLocalNamespacePath[] = "LOCALNAMESPACEPATH";
+constexpr char kHost[] = "HOST";
+constexpr char kNamespace[] = "NAMESPACE";
+constexpr char kKeyBinding[] = "KEYBINDING";
+constexpr char kKeyValue[] = "KEYVALUE";
+} // namespace NElem
+
+// Attribute names as the document spells them.
+namespace NAttr {
+constexpr char kCimVersion[] = "CIMVERSION";
+constexpr char kDtdVersion[] = "DTDVERSION";
+constexpr char kName[] = "NAME";
+constexpr char kType[] = "TYPE";
+constexpr char kIsArray[] = "ISARRAY";
+constexpr char kArraySize[] = "ARRAYSIZE";
+constexpr char kSuperClass[] = "SUPERCLASS";
+constexpr char kClassName[] = "CLASSNAME";
+constexpr char kReferenceClass[] = "REFERENCECLASS";
+constexpr char kValueType[] = "VALUETYPE";
+} // namespace NAttr
+
+constexpr char kVersion[] = "2.0";
+constexpr char kTrue[] = "true";
+constexpr char kFalse[] = "false";
+
+// The loader starts every qualifier from overridable and to-subclass, so only a flavor that
+// differs from that needs its attribute.
+constexpr unsigned kDefaultFlavor =
+    ICIMQualifierDecl::kFlavorOverridable | ICIMQualifierDecl::kFlavorToSubclass;
+
+struct TFlavorAttribute {
+    unsigned m_bit;
+    const char* m_name;
+};
+
+const TFlavorAttribute kFlavorAttributes[] = {
+    {ICIMQualifierDecl::kFlavorOverridable, "OVERRIDABLE"},
+    {ICIMQualifierDecl::kFlavorToSubclass, "TOSUBCLASS"},
+    {ICIMQualifierDecl::kFlavorTranslatable, "TRANSLATABLE"},
+};
+
+// The scope bits the loader knows; it gives indications none.
+struct TScopeAttribute {
+    uint32_t m_bit;
+    const char* m_name;
+};
+
+const TScopeAttribute kScopeAttributes[] = {
+    {1, "CLASS"},    {2, "ASSOCIATION"}, {16, "REFERENCE"},
+    {8, "PROPERTY"}, {32, "METHOD"},     {64, "PARAMETER"},
+};
+
+typedef std::vector<std::pair<const char*, std::string>> TAttributes;
+
+std::string TypeName(TCIMType type) {
+    return TCIMType(type.GetElementType()).GetName();
+}
+
+// An attribute that may be left out, written only when it has a value.
+void AddIfSet(TAttributes& attributes, const char* name, const std::string& value) {
+    if (!value.empty()) {
+        attributes.emplace_back(name, value);
+    }
+}
+
+void AddArraySize(TAttributes& attributes, uint32_t size) {
+    if (size != 0) {
+        attributes.emplace_back(NAttr::kArraySize, std::to_string(size));
+    }
+}
+
+void AddFlavors(TAttributes& attributes, ICIMQualifierDecl::EFlavor flavor) {
+    for (const TFlavorAttribute& attribute : kFlavorAttributes) {
+        const bool set = (flavor & attribute.m_bit) != 0;
+        if (set != ((kDefaultFlavor & attribute.m_bit) != 0)) {
+            attributes.emplace_back(attribute.m_name, set ? kTrue : kFalse);
+        }
+    }
+}
+
+const char* KeyValueType(TCIMType type) {
+    switch (type) {
+    case kCIMTypeNone:
+    case kCIMTypeString:
+    case kCIMTypeChar16:
+    case kCIMTypeDateTime:
+        return "string";
+    case kCIMTypeBoolean:
+        return "boolean";
+    default:
+        return "numeric";
+    }
+}
+
+// The loader converts a key with its property's declared type and ignores these two; they are
+// for other readers, and an untyped (null) key claims to be a string.
+TAttributes KeyValueAttributes(const TCIMValue& value) {
+    const std::string type = TypeName(value.GetType());
+    return {{NAttr::kValueType, KeyValueType(value.GetType())},
+            {NAttr::kType, type.empty() ? std::string("string") : type}};
+}
+
+const char* PropertyElement(TCIMType type) {
+    if (type.GetElementType() == kCIMTypeReference) {
+        return NElem::kPropertyReference;
+    }
+    return type.IsArray() ? NElem::kPropertyArray : NElem::kProperty;
+}
+
+// The model keeps the class a reference property refers to only with a null value; a set value
+// names its target itself.
+TAttributes PropertyAttributes(const std::string& name, const TCIMValue& value) {
+    TAttributes attributes{{NAttr::kName, name}};
+    if (value.GetType().GetElementType() == kCIMTypeReference) {
+        const boost::shared_ptr<ICIMClass> referenced = value.GetReferencedClass();
+        if (referenced) {
+            attributes.emplace_back(NAttr::kReferenceClass, referenced->GetName(TCIMOptions()));
+        }
+        return attributes;
+    }
+    AddIfSet(attributes, NAttr::kType, TypeName(value.GetType()));
+    if (value.IsArray()) {
+        AddArraySize(attributes, value.GetCount());
+    }
+    return attributes;
+}
+
+const char* ParameterElement(bool reference, bool array) {
+    if (reference) {
+        return array ? NElem::kParameterRefArray : NElem::kParameterReference;
+    }
+    return array ? NElem::kParameterArray : NElem::kParameter;
+}
+
+// The NAMESPACE elements of a namespace name, one a path segment.
+std::vector<std::string> NamespaceSegments(const std::string& name) {
+    std::vector<std::string> segments;
+    std::string::size_type start = 0;
+    for (;;) {
+        const std::string::size_type slash = name.find('/', start);
+        const std::string segment = name.substr(start, slash - start);
+        if (!segment.empty()) {
+            segments.push_back(segment);
+        }
+        if (slash == std::string::npos) {
+            return segments.empty() ? std::vector<std::string>{name} : segments;
+        }
+        start = slash + 1;
+    }
+}
+
+class TWriter {
+public:
+    TWriter(ICIMNamespace& cimNamespace, std::ostream& out)
+        : m_namespace(cimNamespace), m_namespaceName(cimNamespace.GetName(TCIMOptions())),
+          m_out(out) {}
+
+    void Document();
+
+private:
+    void Open(const char* element, const TAttributes& attributes = TAttributes());
+    void Close(const char* element);
+    void Empty(const char* element, const TAttributes& attributes = TAttributes());
+    void TextElement(const char* element, const TAttributes& attributes, const std::string& text);
+    void StartTag(const char* element, const TAttributes& attributes);
+    void FinishParentTag();
+    void Indent();
+
+    void Value(const TCIMValue& value);
+    void ValueReference(const TCIMReference& reference);
+    void ReferencePath(const TCIMReference& reference);
+    void NamespacePath(const TCIMReference& reference);
+    void LocalNamespacePath(const std::string& name);
+    void ObjectName(const TCIMReference& reference);
+    void KeyBinding(const std::string& name, const TCIMValue& value);
+
+    void QualifierDecl(ICIMQualifierDecl& decl);
+    void Scope(uint32_t scope);
+    void Qualifiers(ICIMNamedElement& element, ICIMNamedElement* inheritedFrom);
+    void Qualifier(ICIMQualifier& qualifier);
+    void Class(ICIMClass& cimClass);
+    void Property(const std::string& name, const TCIMValue& value, ICIMNamedElement* decl,
+                  ICIMNamedElement* inheritedFrom);
+    void Method(ICIMClass& cimClass, ICIMMethodDecl& method);
+    void Parameter(ICIMParameterDecl& parameter);
+    void Instance(ICIMInstance& instance);
+
+    ICIMNamespace& m_namespace;
+    const std::string m_namespaceName;
+    std::ostream& m_out;
+    unsigned m_depth = 0;
+    // The last start tag still lacks its '>': it becomes an empty element if no child follows.
+    bool m_tagOpen = false;
+};
+
+void TWriter::Document() {
+    m_out << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
+    Open(NElem::kCim, {{NAttr::kCimVersion, kVersion}, {NAttr::kDtdVersion, kVersion}});
+    Open(NElem::kDeclaration);
+    Open(NElem::kDeclGroup);
+    for (const boost::shared_ptr<ICIMQualifierDecl>& decl :
+         NSchemaView::QualifierDecls(m_namespace)) {
+        QualifierDecl(*decl);
+    }
+    for (const boost::shared_ptr<ICIMClass>& cimClass : NSchemaView::Classes(m_namespace)) {
+        Open(NElem::kValueObject);
+        Class(*cimClass);
+        Close(NElem::kValueObject);
+    }
+    for (const boost::shared_ptr<ICIMInstance>& instance : NSchemaView::Instances(m_namespace)) {
+        Open(NElem::kValueObject);
+        Instance(*instance);
+        Close(NElem::kValueObject);
+    }
+    Close(NElem::kDeclGroup);
+    Close(NElem::kDeclaration);
+    Close(NElem::kCim);
+}
+
+void TWriter::Open(const char* element, const TAttributes& attributes) {
+    StartTag(element, attributes);
+    m_tagOpen = true;
+    ++m_depth;
+}
+
+void TWriter::Close(const char* element) {
+    --m_depth;
+    if (m_tagOpen) {
+        m_out << "/>\n";
+        m_tagOpen = false;
+        return;
+    }
+    Indent();
+    m_out << "</" << element << ">\n";
+}
+
+void TWriter::Empty(const char* element, const TAttributes& attributes) {
+    StartTag(element, attributes);
+    m_out << "/>\n";
+}
+
+// On one line and unindented inside, since every character between the tags is content.
+void TWriter::TextElement(const char* element, const TAttributes& attributes,
+                          const std::string& text) {
+    StartTag(element, attributes);
+    m_out << '>' << EscapeXml(text) << "</" << element << ">\n";
+}
+
+void TWriter::StartTag(const char* element, const TAttributes& attributes) {
+    FinishParentTag();
+    Indent();
+    m_out << '<' << element;
+    for (const auto& attribute : attributes) {
+        m_out << ' ' << attribute.first << "=\"" << EscapeXml(attribute.second) << '"';
+    }
+}
+
+void TWriter::FinishParentTag() {
+    if (m_tagOpen) {
+        m_out << ">\n";
+        m_tagOpen = false;
+    }
+}
+
+void TWriter::Indent() {
+    for (unsigned i = 0; i < m_depth; ++i) {
+        m_out << "  ";
+    }
+}
+
+// A null element of an array has no form of its own that the loader reads; an empty VALUE comes
+// closest: it reads back as null for every type but string (an empty string) and datetime (the
+// loader's default date-time, with a log line).
+void TWriter::Value(const TCIMValue& value) {
+    if (value.GetType() == kCIMTypeReference) {
+        ValueReference(value);
+    } else if (value.IsArray()) {
+        Open(NElem::kValueArray);
+        for (const TCIMValue& element : value.GetElements()) {
+            TextElement(NElem::kValue, TAttributes(), element.ToString());
+        }
+        Close(NElem::kValueArray);
+    } else {
+        TextElement(NElem::kValue, TAttributes(), value.ToString());
+    }
+}
+
+void TWriter::ValueReference(const TCIMReference& reference) {
+    Open(NElem::kValueReference);
+    ReferencePath(reference);
+    Close(NElem::kValueReference);
+}
+
+// The loader gives a reference written as a bare name this namespace, and one written as a path
+// no namespace at all, whatever the path says; so a reference without a namespace goes in a
+// local path, and one in this namespace as a bare name. A host needs the full path.
+void TWriter::ReferencePath(const TCIMReference& reference) {
+    const bool instance = !reference.GetKeys().empty();
+    if (!reference.GetHost().empty()) {
+        const char* element = instance ? NElem::kInstancePath : NElem::kClassPath;
+        Open(element);
+        NamespacePath(reference);
+        ObjectName(reference);
+        Close(element);
+    } else if (EqualNoCase(reference.GetNamespaceName(), m_namespaceName)) {
+        ObjectName(reference);
+    } else {
+        const char* element = instance ? NElem::kLocalInstancePath : NElem::kLocalClassPath;
+        Open(element);
+        LocalNamespacePath(reference.GetNamespaceName());
+        ObjectName(reference);
+        Close(element);
+    }
+}
+
+void TWriter::NamespacePath(const TCIMReference& reference) {
+    Open(NElem::kNamespacePath);
+    TextElement(NElem::kHost, TAttributes(), reference.GetHost());
+    LocalNamespacePath(reference.GetNamespaceName());
+    Close(NElem::kNamespacePath);
+}
+
+// A path needs a namespace; a reference without one is relative to this one.
+void TWriter::LocalNamespacePath(const std::string& name) {
+    Open(NElem::kLocalNamespacePath);
+    for (const std::string& segment : NamespaceSegments(name.empty() ? m_namespaceName : name)) {
+        Empty(NElem::kNamespace, {{NAttr::kName, segment}});
+    }
+    Close(NElem::kLocalNamespacePath);
+}
+
+// A reference without keys names a class.
+void TWriter::ObjectName(const TCIMReference& reference) {
+    if (reference.GetKeys().empty()) {
+        Empty(NElem::kClassName, {{NAttr::kName, reference.GetClassName()}});
+        return;
+    }
+    Open(NElem::kInstanceName, {{NAttr::kClassName, reference.GetClassName()}});
+    for (const auto& key : reference.GetKeys()) {
+        KeyBinding(key.first, key.second);
+    }
+    Close(NElem::kInstanceName);
+}
+
+void TWriter::KeyBinding(const std::string& name, const TCIMValue& value) {
+    Open(NElem::kKeyBinding, {{NAttr::kName, name}});
+    if (value.GetType() == kCIMTypeReference && !value.IsNull()) {
+        ValueReference(value);
+    } else {
+        TextElement(NElem::kKeyValue, KeyValueAttributes(value), value.ToString());
+    }
+    Close(NElem::kKeyBinding);
+}
+
+// The loader takes an array default only with a fixed size, so a default of any size is given
+// the size of its elements; an empty one of any size cannot be written and is left out.
+void TWriter::QualifierDecl(ICIMQualifierDecl& decl) {
+    const TCIMValue& value = decl.GetValue(TCIMOptions());
+    const bool array = value.IsArray();
+    uint32_t size = value.GetCount();
+    if (array && !value.IsNull() && size == 0) {
+        size = static_cast<uint32_t>(value.GetElements().size());
+    }
+    TAttributes attributes{{NAttr::kName, decl.GetName(TCIMOptions())},
+                           {NAttr::kType, TypeName(value.GetType())},
+                           {NAttr::kIsArray, array ? kTrue : kFalse}};
+    AddArraySize(attributes, array ? size : 0);
+    AddFlavors(attributes, decl.GetFlavor(TCIMOptions()));
+    Open(NElem::kQualifierDeclaration, attributes);
+    Scope(decl.GetScope(TCIMOptions()));
+    if (!value.IsNull() && (!array || size != 0)) {
+        Value(value);
+    }
+    Close(NElem::kQualifierDeclaration);
+}
+
+void TWriter::Scope(uint32_t scope) {
+    TAttributes attributes;
+    for (const TScopeAttribute& attribute : kScopeAttributes) {
+        if ((scope & attribute.m_bit) != 0) {
+            attributes.emplace_back(attribute.m_name, kTrue);
+        }
+    }
+    Empty(NElem::kScope, attributes);
+}
+
+// Inherited qualifiers come back with the inheritance, so only the element's own are written.
+void TWriter::Qualifiers(ICIMNamedElement& element, ICIMNamedElement* inheritedFrom) {
+    for (const boost::shared_ptr<ICIMQualifier>& qualifier :
+         NSchemaView::OwnQualifiers(element, inheritedFrom)) {
+        Qualifier(*qualifier);
+    }
+}
+
+// The loader parses the value with the TYPE given here; a null value is the declaration's null.
+void TWriter::Qualifier(ICIMQualifier& qualifier) {
+    const TCIMValue& value = qualifier.GetValue(TCIMOptions());
+    TAttributes attributes{{NAttr::kName, qualifier.GetName(TCIMOptions())}};
+    AddIfSet(attributes, NAttr::kType, TypeName(value.GetType()));
+    AddFlavors(attributes, qualifier.GetFlavor(TCIMOptions()));
+    Open(NElem::kQualifier, attributes);
+    if (!value.IsNull()) {
+        Value(value);
+    }
+    Close(NElem::kQualifier);
+}
+
+void TWriter::Class(ICIMClass& cimClass) {
+    const boost::shared_ptr<ICIMClass> superClass = cimClass.GetSuperClass(TCIMOptions());
+    TAttributes attributes{{NAttr::kName, cimClass.GetName(TCIMOptions())}};
+    if (superClass) {
+        attributes.emplace_back(NAttr::kSuperClass, superClass->GetName(TCIMOptions()));
+    }
+    Open(NElem::kClass, attributes);
+    Qualifiers(cimClass, superClass.get());
+    for (const boost::shared_ptr<ICIMPropertyDecl>& decl :
+         NSchemaView::OwnPropertyDecls(cimClass)) {
+        const std::string& name = decl->GetName(TCIMOptions());
+        Property(name, decl->GetValue(TCIMOptions()), decl.get(),
+                 NSchemaView::OverriddenPropertyDecl(cimClass, name).get());
+    }
+    for (const boost::shared_ptr<ICIMMethodDecl>& method : NSchemaView::OwnMethodDecls(cimClass)) {
+        Method(cimClass, *method);
+    }
+    Close(NElem::kClass);
+}
+
+// A declaration in a class, with its qualifiers, or a value in an instance, without: the loader
+// gives a property declaration the type of its default, so a null default is written as a typed
+// element without a value.
+void TWriter::Property(const std::string& name, const TCIMValue& value, ICIMNamedElement* decl,
+                       ICIMNamedElement* inheritedFrom) {
+    const char* element = PropertyElement(value.GetType());
+    Open(element, PropertyAttributes(name, value));
+    if (decl != nullptr) {
+        Qualifiers(*decl, inheritedFrom);
+    }
+    if (!value.IsNull()) {
+        Value(value);
+    }
+    Close(element);
+}
+
+void TWriter::Method(ICIMClass& cimClass, ICIMMethodDecl& method) {
+    const std::string& name = method.GetName(TCIMOptions());
+    TAttributes attributes{{NAttr::kName, name}};
+    AddIfSet(attributes, NAttr::kType, TypeName(method.GetType(TCIMOptions())));
+    Open(NElem::kMethod, attributes);
+    Qualifiers(method, NSchemaView::OverriddenMethodDecl(cimClass, name).get());
+    for (const boost::shared_ptr<ICIMParameterDecl>& parameter :
+         NSchemaView::ParameterDecls(method)) {
+        Parameter(*parameter);
+    }
+    Close(NElem::kMethod);
+}
+
+// The type names only the element type of an array and only that a reference is one; the shape
+// says the rest.
+void TWriter::Parameter(ICIMParameterDecl& parameter) {
+    const TCIMType type = parameter.GetType(TCIMOptions());
+    const bool reference = type.GetElementType() == kCIMTypeReference;
+    const bool array = type.IsArray() || parameter.IsArray(TCIMOptions());
+    TAttributes attributes{{NAttr::kName, parameter.GetName(TCIMOptions())}};
+    if (reference) {
+        AddIfSet(attributes, NAttr::kReferenceClass, parameter.GetReferenceClass(TCIMOptions()));
+    } else {
+        AddIfSet(attributes, NAttr::kType, TypeName(type));
+    }
+    if (array) {
+        AddArraySize(attributes, parameter.GetArraySize(TCIMOptions()));
+    }
+    const char* element = ParameterElement(reference, array);
+    Open(element, attributes);
+    Qualifiers(parameter, nullptr);
+    Close(element);
+}
+
+// Properties left at the class's default come back from the class.
+void TWriter::Instance(ICIMInstance& instance) {
+    Open(NElem::kInstance,
+         {{NAttr::kClassName, instance.GetClass(TCIMOptions())->GetName(TCIMOptions())}});
+    for (const boost::shared_ptr<ICIMProperty>& property : NSchemaView::SetProperties(instance)) {
+        Property(property->GetName(TCIMOptions()), property->GetValue(TCIMOptions()), nullptr,
+                 nullptr);
+    }
+    Close(NElem::kInstance);
+}
+
+} // namespace
+
+void WriteCimXml(ICIMNamespace& cimNamespace, std::ostream& out) {
+    TWriter(cimNamespace, out).Document();
+}
+
+// Character references below 0x20 only: the loader reads a reference as a single byte, so a
+// larger one would not give back the UTF-8 it stands for. A carriage return is written as one
+// too, since XML readers turn a literal one into a line feed.
+std::string EscapeXml(const std::string& text) {
+    std::string escaped;
+    escaped.reserve(text.size());
+    for (const char c : text) {
+        const unsigned char byte = static_cast<unsigned char>(c);
+        switch (c) {
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '>':
+            escaped += "&gt;";
+            break;
+        case '"':
+            escaped += "&quot;";
+            break;
+        default:
+            if (byte < 0x20 && c != '\t' && c != '\n') {
+                escaped += "&#" + std::to_string(byte) + ';';
+            } else {
+                escaped += c;
+            }
+        }
+    }
+    return escaped;
+}
+
+} // namespace NXmlWriter
+} // namespace NQRN20
