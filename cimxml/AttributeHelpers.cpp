@@ -7,9 +7,15 @@ namespace NQRN20 {
 
 namespace {
 
+using NCimXml::TName;
+
+bool IsNamed(const TAttributeMap::iterator& attribute, TName name) {
+    return attribute->first == name;
+}
+
 // Copies the value when the entry is the named attribute.
-bool CopyIf(const TAttributeMap::iterator& attribute, const char* name, std::string* out) {
-    if (attribute->first != name) {
+bool CopyIf(const TAttributeMap::iterator& attribute, TName name, std::string* out) {
+    if (!IsNamed(attribute, name)) {
         return false;
     }
     *out = attribute->second;
@@ -23,17 +29,17 @@ bool TCIMXMLParser::HandleCIMName(TAttributeMap::iterator& attribute, std::strin
 }
 
 bool TCIMXMLParser::HandleCIMType(TAttributeMap::iterator& attribute, TCIMValue::TCIMType* out) {
-    if (attribute->first != NCimXml::kAttrType) {
+    if (!IsNamed(attribute, NCimXml::kAttrType)) {
         return false;
     }
-    *out = TCIMValue::TCIMType(std::string(attribute->second));
+    *out = TCIMValue::TCIMType(attribute->second);
     return true;
 }
 
 bool TCIMXMLParser::HandleQualifierFlavor(TAttributeMap::iterator& attribute,
                                           ICIMQualifierDecl::EFlavor* out) {
     static const struct {
-        const char* m_name;
+        TName m_name;
         ICIMQualifierDecl::EFlavor m_bit;
     } kFlavors[] = {
         {NCimXml::kAttrOverridable, ICIMQualifierDecl::kFlavorOverridable},
@@ -41,7 +47,7 @@ bool TCIMXMLParser::HandleQualifierFlavor(TAttributeMap::iterator& attribute,
         {NCimXml::kAttrTranslatable, ICIMQualifierDecl::kFlavorTranslatable},
     };
     for (const auto& flavor : kFlavors) {
-        if (attribute->first == flavor.m_name) {
+        if (IsNamed(attribute, flavor.m_name)) {
             const int bits =
                 ConvertBool(attribute->second) ? (*out | flavor.m_bit) : (*out & ~flavor.m_bit);
             *out = static_cast<ICIMQualifierDecl::EFlavor>(bits);
@@ -56,7 +62,7 @@ bool TCIMXMLParser::HandleClassOrigin(TAttributeMap::iterator& attribute, std::s
 }
 
 bool TCIMXMLParser::HandlePropagated(TAttributeMap::iterator& attribute, bool& out) {
-    if (attribute->first != NCimXml::kAttrPropagated) {
+    if (!IsNamed(attribute, NCimXml::kAttrPropagated)) {
         return false;
     }
     out = ConvertBool(attribute->second);
@@ -64,7 +70,7 @@ bool TCIMXMLParser::HandlePropagated(TAttributeMap::iterator& attribute, bool& o
 }
 
 bool TCIMXMLParser::HandleArraySize(TAttributeMap::iterator& attribute, uint32_t& out) {
-    if (attribute->first != NCimXml::kAttrArraySize) {
+    if (!IsNamed(attribute, NCimXml::kAttrArraySize)) {
         return false;
     }
     out = ConvertUnsignedInt(attribute->second);

@@ -4,8 +4,7 @@
 
 #include "cimxml/Names.h"
 #include "cimxml/states/Document.h"
-
-#include <cctype>
+#include "core/Text.h"
 
 namespace NQRN20 {
 
@@ -25,12 +24,14 @@ const char kRejectFormatValue[] = "kQRNStatusInvalidFormat";
 const char kRejectValueKey[] = "throwExInvalidValue";
 const char kRejectValueValue[] = "kQRNStatusInvalidProperty";
 
-std::string Lowercase(const char* name) {
-    std::string lowered(name);
-    for (char& c : lowered) {
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+// Lowers an element name into a buffer that keeps its capacity from element to element, so that
+// the dispatch of a start or end tag allocates nothing. Names hold ASCII only.
+const std::string& Lowercase(const char* name, std::string& buffer) {
+    buffer.assign(name);
+    for (char& c : buffer) {
+        c = LowerAscii(c);
     }
-    return lowered;
+    return buffer;
 }
 
 } // namespace
@@ -80,17 +81,17 @@ std::vector<boost::shared_ptr<ICIMInstance>> TCIMXMLParser::GetInstancesCollecte
     return m_instancesCollected;
 }
 
-// The top state is held by a local handle during the call, so that a state that pops itself
-// (an early end) is not destroyed while it still runs.
+// A state that pops itself (an early end) still runs until the callback returns; PopState keeps
+// it in m_poppedStates, which the next callback frees.
 void TCIMXMLParser::StartElement(const char* name, TAttributeMap& attributes) {
-    const std::string lowered = Lowercase(name);
+    m_poppedStates.clear();
+    const std::string& lowered = Lowercase(name, m_elementName);
     try {
         if (m_stateStack.empty()) {
             ReportOutsideDocument(lowered);
             return;
         }
-        const boost::shared_ptr<TParseState> top = m_stateStack.back();
-        top->StartElement(*this, lowered, attributes);
+        m_stateStack.back()->StartElement(*this, lowered, attributes);
     } catch (const TQRNException& error) {
         if (error.GetStatus() == kQRNStatusInvalidFormat) {
             attributes.insert(TAttributeMap::value_type(kRejectFormatKey, kRejectFormatValue));
@@ -101,17 +102,17 @@ void TCIMXMLParser::StartElement(const char* name, TAttributeMap& attributes) {
 }
 
 void TCIMXMLParser::EndElement(const char* name) {
-    const std::string lowered = Lowercase(name);
+    m_poppedStates.clear();
+    const std::string& lowered = Lowercase(name, m_elementName);
     try {
         if (m_stateStack.empty()) {
             ReportOutsideDocument(lowered);
             return;
         }
-        const boost::shared_ptr<TParseState> top = m_stateStack.back();
-        top->EndElement(*this, lowered);
+        m_stateStack.back()->EndElement(*this, lowered);
     } catch (const TQRNException&) {
         if (!m_stateStack.empty()) {
-            m_stateStack.pop_back();
+            PopState();
         }
     }
 }
@@ -148,6 +149,7 @@ void TCIMXMLParser::PushState(TParseState* state, TAttributeMap& attributes) {
 }
 
 void TCIMXMLParser::PopState() {
+    m_poppedStates.push_back(std::move(m_stateStack.back()));
     m_stateStack.pop_back();
 }
 

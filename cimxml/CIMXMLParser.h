@@ -161,10 +161,15 @@ private:
     void ReportOutsideDocument(const std::string& name);
 
     std::deque<boost::shared_ptr<TParseState>> m_stateStack;
+    // States popped during the current callback: one may still be running, so they are freed
+    // only when the callback returns.
+    std::vector<boost::shared_ptr<TParseState>> m_poppedStates;
     boost::weak_ptr<ICIMNamespace> m_namespace;
     std::vector<boost::shared_ptr<ICIMClass>> m_classesCollected;
     std::vector<boost::shared_ptr<ICIMInstance>> m_instancesCollected;
     std::string m_text;
+    // The lowered name of the element being dispatched; callbacks never nest.
+    std::string m_elementName;
     bool m_qx518Mode;
     // Elements after the stack ran empty are reported once; the rest of them say nothing new.
     bool m_outsideReported;

@@ -1,94 +1,116 @@
 // The CIM-XML element and attribute names, lowercased as they reach the parse states.
 #pragma once
 
+#include <cstddef>
+#include <cstring>
+#include <string>
+
 namespace NQRN20 {
 namespace NCimXml {
 
+// A name that knows its length. The states compare every element and attribute name they are
+// given with several of these; a length that differs settles most comparisons at once.
+struct TName {
+    template <size_t N>
+    constexpr TName(const char (&text)[N]) : m_text(text), m_size(N - 1) {}
+    constexpr operator const char*() const { return m_text; }
+
+    const char* m_text;
+    size_t m_size;
+};
+
+inline bool operator==(const std::string& text, TName name) {
+    return text.size() == name.m_size && std::memcmp(text.data(), name.m_text, name.m_size) == 0;
+}
+inline bool operator!=(const std::string& text, TName name) {
+    return !(text == name);
+}
+
 // Elements: the document and its declaration groups.
-constexpr char kCim[] = "cim";
-constexpr char kDeclaration[] = "declaration";
-constexpr char kDeclGroup[] = "declgroup";
-constexpr char kDeclGroupWithName[] = "declgroup.withname";
-constexpr char kDeclGroupWithPath[] = "declgroup.withpath";
+constexpr TName kCim{"cim"};
+constexpr TName kDeclaration{"declaration"};
+constexpr TName kDeclGroup{"declgroup"};
+constexpr TName kDeclGroupWithName{"declgroup.withname"};
+constexpr TName kDeclGroupWithPath{"declgroup.withpath"};
 
 // Elements: namespace, class and instance paths.
-constexpr char kNamespacePath[] = "namespacepath";
-constexpr char kLocalNamespacePath[] = "localnamespacepath";
-constexpr char kHost[] = "host";
-constexpr char kNamespace[] = "namespace";
-constexpr char kClassPath[] = "classpath";
-constexpr char kLocalClassPath[] = "localclasspath";
-constexpr char kClassName[] = "classname";
-constexpr char kInstancePath[] = "instancepath";
-constexpr char kLocalInstancePath[] = "localinstancepath";
-constexpr char kInstanceName[] = "instancename";
-constexpr char kKeyBinding[] = "keybinding";
-constexpr char kKeyValue[] = "keyvalue";
+constexpr TName kNamespacePath{"namespacepath"};
+constexpr TName kLocalNamespacePath{"localnamespacepath"};
+constexpr TName kHost{"host"};
+constexpr TName kNamespace{"namespace"};
+constexpr TName kClassPath{"classpath"};
+constexpr TName kLocalClassPath{"localclasspath"};
+constexpr TName kClassName{"classname"};
+constexpr TName kInstancePath{"instancepath"};
+constexpr TName kLocalInstancePath{"localinstancepath"};
+constexpr TName kInstanceName{"instancename"};
+constexpr TName kKeyBinding{"keybinding"};
+constexpr TName kKeyValue{"keyvalue"};
 
 // Elements: value objects.
-constexpr char kValueObject[] = "value.object";
-constexpr char kValueNamedObject[] = "value.namedobject";
-constexpr char kValueObjectWithPath[] = "value.objectwithpath";
-constexpr char kValueObjectWithLocalPath[] = "value.objectwithlocalpath";
-constexpr char kValueNamedInstance[] = "value.namedinstance";
+constexpr TName kValueObject{"value.object"};
+constexpr TName kValueNamedObject{"value.namedobject"};
+constexpr TName kValueObjectWithPath{"value.objectwithpath"};
+constexpr TName kValueObjectWithLocalPath{"value.objectwithlocalpath"};
+constexpr TName kValueNamedInstance{"value.namedinstance"};
 
 // Elements: messages.
-constexpr char kMessage[] = "message";
-constexpr char kSimpleReq[] = "simplereq";
-constexpr char kMultiReq[] = "multireq";
-constexpr char kIMethodCall[] = "imethodcall";
-constexpr char kIParamValue[] = "iparamvalue";
-constexpr char kSimpleRsp[] = "simplersp";
-constexpr char kIMethodResponse[] = "imethodresponse";
-constexpr char kIReturnValue[] = "ireturnvalue";
-constexpr char kError[] = "error";
+constexpr TName kMessage{"message"};
+constexpr TName kSimpleReq{"simplereq"};
+constexpr TName kMultiReq{"multireq"};
+constexpr TName kIMethodCall{"imethodcall"};
+constexpr TName kIParamValue{"iparamvalue"};
+constexpr TName kSimpleRsp{"simplersp"};
+constexpr TName kIMethodResponse{"imethodresponse"};
+constexpr TName kIReturnValue{"ireturnvalue"};
+constexpr TName kError{"error"};
 
 // Elements: schema and instance content.
-constexpr char kQualifierDeclaration[] = "qualifier.declaration";
-constexpr char kScope[] = "scope";
-constexpr char kQualifier[] = "qualifier";
-constexpr char kClass[] = "class";
-constexpr char kProperty[] = "property";
-constexpr char kPropertyArray[] = "property.array";
-constexpr char kPropertyReference[] = "property.reference";
-constexpr char kMethod[] = "method";
-constexpr char kParameter[] = "parameter";
-constexpr char kParameterReference[] = "parameter.reference";
-constexpr char kParameterArray[] = "parameter.array";
-constexpr char kParameterRefArray[] = "parameter.refarray";
-constexpr char kInstance[] = "instance";
-constexpr char kValue[] = "value";
-constexpr char kValueArray[] = "value.array";
-constexpr char kValueReference[] = "value.reference";
+constexpr TName kQualifierDeclaration{"qualifier.declaration"};
+constexpr TName kScope{"scope"};
+constexpr TName kQualifier{"qualifier"};
+constexpr TName kClass{"class"};
+constexpr TName kProperty{"property"};
+constexpr TName kPropertyArray{"property.array"};
+constexpr TName kPropertyReference{"property.reference"};
+constexpr TName kMethod{"method"};
+constexpr TName kParameter{"parameter"};
+constexpr TName kParameterReference{"parameter.reference"};
+constexpr TName kParameterArray{"parameter.array"};
+constexpr TName kParameterRefArray{"parameter.refarray"};
+constexpr TName kInstance{"instance"};
+constexpr TName kValue{"value"};
+constexpr TName kValueArray{"value.array"};
+constexpr TName kValueReference{"value.reference"};
 
 // Attributes read through the attribute helpers.
-constexpr char kAttrName[] = "name";
-constexpr char kAttrType[] = "type";
-constexpr char kAttrOverridable[] = "overridable";
-constexpr char kAttrToSubclass[] = "tosubclass";
-constexpr char kAttrTranslatable[] = "translatable";
-constexpr char kAttrClassOrigin[] = "classorigin";
-constexpr char kAttrPropagated[] = "propagated";
-constexpr char kAttrArraySize[] = "arraysize";
-constexpr char kAttrSuperClass[] = "superclass";
-constexpr char kAttrClassName[] = "classname";
-constexpr char kAttrReferenceClass[] = "referenceclass";
+constexpr TName kAttrName{"name"};
+constexpr TName kAttrType{"type"};
+constexpr TName kAttrOverridable{"overridable"};
+constexpr TName kAttrToSubclass{"tosubclass"};
+constexpr TName kAttrTranslatable{"translatable"};
+constexpr TName kAttrClassOrigin{"classorigin"};
+constexpr TName kAttrPropagated{"propagated"};
+constexpr TName kAttrArraySize{"arraysize"};
+constexpr TName kAttrSuperClass{"superclass"};
+constexpr TName kAttrClassName{"classname"};
+constexpr TName kAttrReferenceClass{"referenceclass"};
 
 // Attributes the states read themselves.
-constexpr char kAttrIsArray[] = "isarray";
-constexpr char kAttrCimVersion[] = "cimversion";
-constexpr char kAttrDtdVersion[] = "dtdversion";
-constexpr char kAttrId[] = "id";
-constexpr char kAttrProtocolVersion[] = "protocolversion";
+constexpr TName kAttrIsArray{"isarray"};
+constexpr TName kAttrCimVersion{"cimversion"};
+constexpr TName kAttrDtdVersion{"dtdversion"};
+constexpr TName kAttrId{"id"};
+constexpr TName kAttrProtocolVersion{"protocolversion"};
 
 // Attributes of SCOPE: each names an element kind a qualifier may be applied to.
-constexpr char kAttrScopeClass[] = "class";
-constexpr char kAttrScopeAssociation[] = "association";
-constexpr char kAttrScopeReference[] = "reference";
-constexpr char kAttrScopeProperty[] = "property";
-constexpr char kAttrScopeMethod[] = "method";
-constexpr char kAttrScopeParameter[] = "parameter";
-constexpr char kAttrScopeIndication[] = "indication";
+constexpr TName kAttrScopeClass{"class"};
+constexpr TName kAttrScopeAssociation{"association"};
+constexpr TName kAttrScopeReference{"reference"};
+constexpr TName kAttrScopeProperty{"property"};
+constexpr TName kAttrScopeMethod{"method"};
+constexpr TName kAttrScopeParameter{"parameter"};
+constexpr TName kAttrScopeIndication{"indication"};
 
 } // namespace NCimXml
 } // namespace NQRN20

@@ -21,7 +21,10 @@ const char* SkipSpace(const char* p) {
 
 TCIMValue TCIMXMLParser::ParseValue(TCIMValue::TCIMType type, std::string& text) {
     TCIMValue result;
-    const boost::shared_ptr<ICIMNamespace> cimNamespace = LockNamespace();
+    // Only a reference's keys are looked up in the namespace.
+    const boost::shared_ptr<ICIMNamespace> cimNamespace = type.GetElementType() == kCIMTypeReference
+                                                              ? LockNamespace()
+                                                              : boost::shared_ptr<ICIMNamespace>();
     try {
         result = TCIMValue(type, text, cimNamespace);
     } catch (const TQRNException& error) {

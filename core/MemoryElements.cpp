@@ -43,7 +43,6 @@ TMemoryQualifier::TMemoryQualifier(const boost::shared_ptr<ICIMQualifierDecl>& d
     if (!decl) {
         throw TQRNException(kQRNStatusInvalidArgument);
     }
-    m_name = decl->GetName(TCIMOptions());
     m_value = Conform(value, decl->GetType(TCIMOptions()));
 }
 

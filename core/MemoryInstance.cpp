@@ -1,27 +1,48 @@
 // TMemoryInstance: property values checked against the class, and the identity of its keys.
 #include "core/MemoryModel.h"
 
+#include <boost/make_shared.hpp>
+
+#include <charconv>
+
 namespace NQRN20 {
 
 namespace {
 
-// Length-prefixed, so no text inside a part can imitate a separator.
-void AppendPart(std::string& out, const std::string& part) {
-    out += std::to_string(part.size());
+// Length-prefixed, so no text inside a part can imitate a separator. Parts are appended in place:
+// every committed instance builds one such text.
+void AppendPart(std::string& out, const char* data, size_t size) {
+    char digits[24];
+    const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, size);
+    out.append(digits, end.ptr);
     out += ':';
-    out += part;
+    out.append(data, size);
+}
+
+void AppendPart(std::string& out, const std::string& part) {
+    AppendPart(out, part.data(), part.size());
+}
+
+void AppendLoweredPart(std::string& out, const std::string& part) {
+    AppendPart(out, part);
+    for (auto it = out.end() - std::string::difference_type(part.size()); it != out.end(); ++it) {
+        *it = LowerAscii(*it);
+    }
 }
 
 // Equal key values give equal texts: names and references compare regardless of letter case.
 void AppendKeyValue(std::string& out, const TCIMValue& value) {
-    AppendPart(out, std::to_string(static_cast<unsigned>(value.GetType())));
+    char type[8];
+    const std::to_chars_result typeEnd =
+        std::to_chars(type, type + sizeof type, static_cast<unsigned>(value.GetType()));
+    AppendPart(out, type, size_t(typeEnd.ptr - type));
     if (value.IsNull()) {
-        AppendPart(out, "null");
+        AppendPart(out, "null", 4);
     } else if (value.GetType() == kCIMTypeReference) {
         const TCIMReference reference = value;
-        AppendPart(out, LowerAscii(reference.GetHost()));
-        AppendPart(out, LowerAscii(reference.GetNamespaceName()));
-        AppendPart(out, LowerAscii(reference.GetClassName()));
+        AppendLoweredPart(out, reference.GetHost());
+        AppendLoweredPart(out, reference.GetNamespaceName());
+        AppendLoweredPart(out, reference.GetClassName());
         std::map<std::string, const TCIMValue*> keys;
         for (const auto& key : reference.GetKeys()) {
             keys[LowerAscii(key.first)] = &key.second;
@@ -32,6 +53,8 @@ void AppendKeyValue(std::string& out, const TCIMValue& value) {
             AppendKeyValue(nested, *key.second);
             AppendPart(out, nested);
         }
+    } else if (value.GetType() == kCIMTypeString) {
+        AppendPart(out, value.GetString());
     } else {
         AppendPart(out, value.ToString());
     }
@@ -43,8 +66,8 @@ TMemoryInstance::TMemoryInstance(const boost::shared_ptr<TMemoryClass>& cimClass
                                  const boost::weak_ptr<TMemoryNamespaceImpl>& owner)
     : m_class(cimClass), m_owner(owner) {
     for (const boost::shared_ptr<TMemoryPropertyDecl>& decl : cimClass->Properties().All()) {
-        m_properties.push_back(boost::shared_ptr<TMemoryProperty>(
-            new TMemoryProperty(decl->Name(), decl->Value().GetType(), decl->Value())));
+        // One block for the property and its count: an instance makes one per class property.
+        m_properties.push_back(boost::make_shared<TMemoryProperty>(decl));
     }
 }
 
@@ -86,7 +109,7 @@ boost::shared_ptr<TMemoryProperty> TMemoryInstance::Find(const std::string& name
 std::string TMemoryInstance::KeyText() const {
     std::string text;
     for (size_t index : m_class->KeyProperties()) {
-        AppendPart(text, LowerAscii(m_properties[index]->GetName(TCIMOptions())));
+        AppendLoweredPart(text, m_properties[index]->GetName(TCIMOptions()));
         AppendKeyValue(text, m_properties[index]->Value());
     }
     return text;

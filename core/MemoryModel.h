@@ -6,14 +6,16 @@
 #include "core/Text.h"
 
 #include <boost/enable_shared_from_this.hpp>
+#include <boost/make_shared.hpp>
 #include <boost/shared_ptr.hpp>
 #include <boost/weak_ptr.hpp>
 
 #include <atomic>
 #include <map>
 #include <mutex>
-#include <set>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace NQRN20 {
@@ -66,7 +68,7 @@ public:
 
 private:
     std::vector<boost::shared_ptr<T>> m_members;
-    std::map<std::string, size_t, TLessNoCase> m_index;
+    std::unordered_map<std::string, size_t, THashNoCase, TEqualNoCase> m_index;
 };
 
 class TMemoryQualifierDecl : public ICIMQualifierDecl,
@@ -97,12 +99,12 @@ public:
     TMemoryQualifier(const boost::shared_ptr<ICIMQualifierDecl>& decl, const TCIMValue& value,
                      ICIMQualifierDecl::EFlavor flavor);
     const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
-    const std::string& GetName(TCIMOptions) override { return m_name; }
+    // The declaration's: qualifiers are many, and the declaration is kept anyway.
+    const std::string& GetName(TCIMOptions) override { return m_decl->GetName(TCIMOptions()); }
     ICIMQualifierDecl::EFlavor GetFlavor(TCIMOptions) override { return m_flavor; }
 
 private:
     boost::shared_ptr<ICIMQualifierDecl> m_decl;
-    std::string m_name;
     TCIMValue m_value;
     ICIMQualifierDecl::EFlavor m_flavor;
 };
@@ -137,7 +139,7 @@ public:
                                                      const TCIMValue& value,
                                                      ICIMQualifierDecl::EFlavor flavor,
                                                      TCIMOptions) override {
-        return boost::shared_ptr<ICIMQualifier>(new TMemoryQualifier(decl, value, flavor));
+        return boost::make_shared<TMemoryQualifier>(decl, value, flavor);
     }
     void EnumQualifiers(TEnumCallback<ICIMQualifier> callback, TCIMOptions) override {
         Enumerate(m_qualifiers.Effective(), callback);
@@ -295,19 +297,21 @@ struct TClassDeleter {
     void operator()(TMemoryClass* cimClass) const;
 };
 
+// An instance has one for every property of its class, so each takes its name from the
+// declaration it keeps rather than holding a copy.
 class TMemoryProperty : public ICIMProperty {
 public:
-    TMemoryProperty(const std::string& name, TCIMValue::TCIMType type, const TCIMValue& value)
-        : m_name(name), m_type(type), m_value(value) {}
+    explicit TMemoryProperty(const boost::shared_ptr<TMemoryPropertyDecl>& decl)
+        : m_decl(decl), m_type(decl->Value().GetType()), m_value(decl->Value()) {}
     TCIMValue::TCIMType GetType(TCIMOptions) override { return m_type; }
-    const std::string& GetName(TCIMOptions) override { return m_name; }
+    const std::string& GetName(TCIMOptions) override { return m_decl->Name(); }
     const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
 
     const TCIMValue& Value() const { return m_value; }
     void SetValue(const TCIMValue& value) { m_value = value; }
 
 private:
-    std::string m_name;
+    boost::shared_ptr<TMemoryPropertyDecl> m_decl;
     TCIMValue::TCIMType m_type;
     TCIMValue m_value;
 };
@@ -375,7 +379,7 @@ private:
     TMemberTable<TMemoryClass> m_classes;
     TMemberTable<TMemoryQualifierDecl> m_qualifierDecls;
     std::vector<boost::shared_ptr<TMemoryInstance>> m_instances;
-    std::map<const TMemoryClass*, std::set<std::string>> m_instanceKeys;
+    std::unordered_map<const TMemoryClass*, std::unordered_set<std::string>> m_instanceKeys;
 };
 
 // The object that created this one (namespace, class or method); a commit needs it alive.

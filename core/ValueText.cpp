@@ -222,10 +222,11 @@ std::string IntegerToText(T value) {
 
 void TCIMValue::AssignText(ECIMType type, const std::string& text,
                            const boost::shared_ptr<ICIMNamespace>& cimNamespace) {
-    const std::string trimmed = TrimXmlSpace(text);
+    // Strings and char16 take the text as it stands, so only the other types pay for the copy.
+    const auto trimmed = [&text] { return TrimXmlSpace(text); };
     switch (type) {
     case kCIMTypeBoolean:
-        m_scalar = ParseBoolean(trimmed);
+        m_scalar = ParseBoolean(trimmed());
         break;
     case kCIMTypeString:
         m_scalar = text;
@@ -237,26 +238,26 @@ void TCIMValue::AssignText(ECIMType type, const std::string& text,
     case kCIMTypeUint16:
     case kCIMTypeUint32:
     case kCIMTypeUint64:
-        m_scalar = ParseUnsigned(trimmed, RangeOf(type));
+        m_scalar = ParseUnsigned(trimmed(), RangeOf(type));
         break;
     case kCIMTypeSint8:
     case kCIMTypeSint16:
     case kCIMTypeSint32:
     case kCIMTypeSint64:
-        m_scalar = ParseSigned(trimmed, RangeOf(type));
+        m_scalar = ParseSigned(trimmed(), RangeOf(type));
         break;
     case kCIMTypeReal32:
-        m_scalar = static_cast<double>(ParseReal<float>(trimmed));
+        m_scalar = static_cast<double>(ParseReal<float>(trimmed()));
         break;
     case kCIMTypeReal64:
-        m_scalar = ParseReal<double>(trimmed);
+        m_scalar = ParseReal<double>(trimmed());
         break;
     case kCIMTypeDateTime:
-        m_scalar = TCIMDateTime(trimmed);
+        m_scalar = TCIMDateTime(trimmed());
         break;
     case kCIMTypeReference:
         m_scalar =
-            std::make_shared<const TCIMReference>(TCIMReference::FromPath(trimmed, cimNamespace));
+            std::make_shared<const TCIMReference>(TCIMReference::FromPath(trimmed(), cimNamespace));
         break;
     default:
         throw TQRNException(kQRNStatusInvalidType);

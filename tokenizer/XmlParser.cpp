@@ -44,21 +44,70 @@ const TEntity kEntities[] = {
 // The order in which an attribute value's reference is compared.
 const char* const kValueEntities[] = {"gt;", "lt;", "amp;", "apos;", "quot;"};
 
-inline bool IsSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-inline bool IsLetter(char c) {
+constexpr bool IsLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
-inline bool IsDigit(char c) {
+constexpr bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
-inline bool IsNameStart(char c) {
-    return IsLetter(c) || c == '_' || c == ':';
+
+// What each byte is to the scans, one bit a question, so that a scan tests one table entry per
+// byte instead of a chain of comparisons.
+enum EByteClass : uint8_t {
+    kSpace = 1,
+    kNameStart = 2,
+    kNameChar = 4,
+    kEndsText = 8,          // '<', '&' and the terminating zero end a run of character data
+    kEndsDoubleQuoted = 16, // '"', '<', '&' and the zero stop the scan of a value in '"'
+    kEndsSingleQuoted = 32, // the same for a value in '\''
+};
+
+struct TByteClasses {
+    uint8_t m_bits[256];
+};
+
+constexpr TByteClasses MakeByteClasses() {
+    TByteClasses classes{};
+    for (int i = 0; i < 256; ++i) {
+        const char c = char(i);
+        uint8_t bits = 0;
+        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
+            bits |= kSpace;
+        }
+        if (IsLetter(c) || c == '_' || c == ':') {
+            bits |= kNameStart | kNameChar;
+        }
+        if (IsDigit(c) || c == '.' || c == '-') {
+            bits |= kNameChar;
+        }
+        if (c == '<' || c == '&' || c == 0) {
+            bits |= kEndsText | kEndsDoubleQuoted | kEndsSingleQuoted;
+        }
+        if (c == '"') {
+            bits |= kEndsDoubleQuoted;
+        }
+        if (c == '\'') {
+            bits |= kEndsSingleQuoted;
+        }
+        classes.m_bits[i] = bits;
+    }
+    return classes;
 }
-inline bool IsNameChar(char c) {
-    return IsNameStart(c) || IsDigit(c) || c == '.' || c == '-';
+
+constexpr TByteClasses kByteClasses = MakeByteClasses();
+
+inline bool Is(char c, uint8_t bits) {
+    return (kByteClasses.m_bits[static_cast<unsigned char>(c)] & bits) != 0;
 }
+
+// The first byte at or after p of the class; the class must include the terminating zero.
+inline char* SkipUntil(char* p, uint8_t bits) {
+    while (!Is(*p, bits)) {
+        ++p;
+    }
+    return p;
+}
+
 inline char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
 }
@@ -194,22 +243,34 @@ void TXmlParser::UngetChar() {
     --m_pCur;
 }
 
+// The scans work on a local pointer: a store to m_pCur could alias the bytes read through it,
+// which would make the compiler reload it after every step.
 bool TXmlParser::SkipWhitespace() {
-    const char* start = m_pCur;
-    while (IsSpace(*m_pCur)) {
-        ++m_pCur;
+    char* p = m_pCur;
+    while (Is(*p, kSpace)) {
+        ++p;
     }
-    return m_pCur != start;
+    const bool skipped = p != m_pCur;
+    m_pCur = p;
+    return skipped;
 }
 
 bool TXmlParser::ValidateName() {
-    if (*m_pCur == 0 || !IsNameStart(*m_pCur++)) {
+    char* p = m_pCur;
+    if (*p == 0) {
         FatalError(kInvalidName);
         return false;
     }
-    while (IsNameChar(*m_pCur)) {
-        ++m_pCur;
+    if (!Is(*p, kNameStart)) {
+        m_pCur = p + 1;
+        FatalError(kInvalidName);
+        return false;
     }
+    ++p;
+    while (Is(*p, kNameChar)) {
+        ++p;
+    }
+    m_pCur = p;
     return true;
 }
 
@@ -354,6 +415,7 @@ bool TXmlParser::ParseElement() {
     element.TerminateName();
     bool valueRejected = false;
     const bool result = NotifyStart(name, attributes, &valueRejected);
+    RecycleAttributes(attributes);
     if (empty) {
         EndElement(name);
         return result;
@@ -473,10 +535,12 @@ TAttributeMap TXmlParser::GetAttributeNValue() {
         for (char* p = name; p != nameEnd; ++p) {
             *p = Lower(*p);
         }
-        if (!attributes
-                 .emplace(std::string(name, nameEnd),
-                          std::string(value, size_t(m_pCur - 1 - value)))
-                 .second) {
+        TAttributeMap::node_type node = TakeAttributeNode();
+        node.key().assign(name, nameEnd);
+        node.mapped().assign(value, size_t(m_pCur - 1 - value));
+        TAttributeMap::insert_return_type inserted = attributes.insert(std::move(node));
+        if (!inserted.inserted) {
+            m_spareNodes.m_nodes.push_back(std::move(inserted.node));
             FatalError(kAttributeTwice);
         }
         if (!SkipWhitespace()) {
@@ -485,10 +549,31 @@ TAttributeMap TXmlParser::GetAttributeNValue() {
     }
 }
 
+TAttributeMap::node_type TXmlParser::TakeAttributeNode() {
+    if (m_spareNodes.m_nodes.empty()) {
+        TAttributeMap one;
+        one.emplace();
+        return one.extract(one.begin());
+    }
+    TAttributeMap::node_type node = std::move(m_spareNodes.m_nodes.back());
+    m_spareNodes.m_nodes.pop_back();
+    return node;
+}
+
+// Once StartElement has seen them, the attributes are not needed: their nodes serve the next tags.
+void TXmlParser::RecycleAttributes(TAttributeMap& attributes) {
+    while (!attributes.empty()) {
+        m_spareNodes.m_nodes.push_back(attributes.extract(attributes.begin()));
+    }
+}
+
 // Moves past the closing quote; false, after the report, for a value that cannot be accepted.
 bool TXmlParser::ScanAttributeValue(char quote) {
+    const uint8_t ends = quote == '"' ? kEndsDoubleQuoted : kEndsSingleQuoted;
     for (;;) {
-        const char c = GetChar();
+        char* p = SkipUntil(m_pCur, ends);
+        const char c = *p;
+        m_pCur = c == 0 ? p : p + 1;
         if (c == quote) {
             return true;
         }
@@ -500,7 +585,8 @@ bool TXmlParser::ScanAttributeValue(char quote) {
             FatalError(kLessThanInValue);
             return false;
         }
-        if (c == '&' && !ScanValueReference()) {
+        // What is left is an '&'.
+        if (!ScanValueReference()) {
             FatalError(kAmpersandInValue);
             return false;
         }
@@ -534,9 +620,7 @@ bool TXmlParser::ParseCharData() {
     bool delivered = false;
     for (;;) {
         char* run = m_pCur;
-        while (*m_pCur != '<' && *m_pCur != '&' && *m_pCur != 0) {
-            ++m_pCur;
-        }
+        m_pCur = SkipUntil(run, kEndsText);
         if (m_pCur != run) {
             TTerminator terminator(m_pCur);
             characters(run, uint32_t(m_pCur - run));

@@ -73,6 +73,19 @@ private:
     void ScanNumericReference();
     bool SkipPast(const char* terminator);
     uint32_t CountLineFeeds(const char* from, const char* to) const;
+    TAttributeMap::node_type TakeAttributeNode();
+    void RecycleAttributes(TAttributeMap& attributes);
+
+    // Map nodes of start tags already reported, reused for later attributes so that neither a
+    // node nor its strings are allocated again. A copy of the parser starts without any.
+    class TSpareNodes {
+    public:
+        TSpareNodes() = default;
+        TSpareNodes(const TSpareNodes&) {}
+        TSpareNodes& operator=(const TSpareNodes&) { return *this; }
+
+        std::vector<TAttributeMap::node_type> m_nodes;
+    };
 
     uint32_t m_depth;
     // Line feeds that an open element's name terminator hides from GetCurLine's count.
@@ -80,6 +93,7 @@ private:
     // GetCurLine counts on from its last answer when the position has only moved forward.
     const char* m_pLineMark;
     uint32_t m_lineAtMark;
+    TSpareNodes m_spareNodes;
 };
 
 } // namespace NQRN20

@@ -86,9 +86,13 @@ void TCIMXMLParser::TStateInstance::StartElement(TCIMXMLParser& parser, const st
     }
 }
 
-TCIMValue::TCIMType TCIMXMLParser::TStateProperty::DeclaredType() const {
-    return m_property.m_instance->GetProperty(m_property.m_name, TCIMOptions())
-        ->GetType(TCIMOptions());
+TCIMValue::TCIMType TCIMXMLParser::TStateProperty::DeclaredType() {
+    if (!m_declaredTypeKnown) {
+        m_declaredType = m_property.m_instance->GetProperty(m_property.m_name, TCIMOptions())
+                             ->GetType(TCIMOptions());
+        m_declaredTypeKnown = true;
+    }
+    return m_declaredType;
 }
 
 void TCIMXMLParser::TStateProperty::ProcessAttributes(TCIMXMLParser& parser,

@@ -69,10 +69,14 @@ public:
     void ProcessAttributes(TCIMXMLParser& parser, TAttributeMap& attributes) override;
 
 private:
-    TCIMValue::TCIMType DeclaredType() const;
+    // The type the instance's class declares; looked up once, as every step of the element
+    // needs it.
+    TCIMValue::TCIMType DeclaredType();
     void CheckDeclaredType(TCIMXMLParser& parser, TCIMValue::TCIMType type);
 
     TPropertyValue m_property;
+    TCIMValue::TCIMType m_declaredType;
+    bool m_declaredTypeKnown = false;
 };
 
 // PROPERTY.ARRAY in an instance: (QUALIFIER | VALUE.ARRAY)*.

@@ -48,7 +48,7 @@ void TCIMXMLParser::TStateMessage::StartElement(TCIMXMLParser& parser, const std
 
 void TCIMXMLParser::TStateMessage::ProcessAttributes(TCIMXMLParser& parser,
                                                      TAttributeMap& attributes) {
-    const auto version = attributes.find(kAttrProtocolVersion);
+    const auto version = attributes.find(std::string(kAttrProtocolVersion));
     if (version != attributes.end() && version->second != kProtocolVersion) {
         parser.FatalError(kUnknownProtocolVersion);
     }

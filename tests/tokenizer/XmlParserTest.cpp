@@ -227,6 +227,38 @@ TEST(TXmlParser, ScansStartTagsEndTagsAndAttributes) {
         kErrorsThrow);
 }
 
+// The scans classify bytes through tables: bytes that end one kind of run must stay ordinary in
+// the others, and bytes above 0x7F are ordinary everywhere but in names.
+TEST(TXmlParser, EndsEachRunOnlyAtItsOwnBytes) {
+    RunCases(
+        {
+            {"<A>\xC3\xA9'\"=/>\x7F\xFF</A>",
+             {"start A", "text '\\xC3\\xA9'\"=/>\\x7F\\xFF'", "end A"}},
+            {"<A x='\xFF>/=\"' y=\"'\xC3\"/>", {"start A x='\xFF>/=\"' y=''\xC3'", "end A"}},
+            {"<A x='a&lt;b' y=\"&amp;\"/>", {"start A x='a&lt;b' y='&amp;'", "end A"}},
+            {"<A x\xC3='1'/>", {"error 1: Unexpected character between attribute name and value"}},
+            {"<A\vx='1'/>", {"error 1: Unexpected character before end of element"}},
+            {"<A x='1'\f/>", {"error 1: Unexpected character before end of element"}},
+            {"<A x='1\">", {"error 1: End of input inside an attribute value"}},
+        },
+        kErrorsThrow);
+}
+
+// The maps of successive start tags are built from the same recycled nodes: nothing of one tag
+// may show in the next, also after a tag whose duplicate attribute was refused.
+TEST(TXmlParser, GivesEachStartTagOnlyItsOwnAttributes) {
+    RunCases(
+        {
+            {"<A long='a value longer than any short string' b='2'><B/><C c='3'/><D/></A>",
+             {"start A b='2' long='a value longer than any short string'", "start B", "end B",
+              "start C c='3'", "end C", "start D", "end D", "end A"}},
+            {"<A x='1' X='2' y='3'><B x='4'/><C/></A>",
+             {"error 1: Attribute appears twice", "start A x='1' y='3'", "start B x='4'", "end B",
+              "start C", "end C", "end A"}},
+        },
+        kErrorsReturn);
+}
+
 TEST(TXmlParser, DeliversTextAndReferencesInOrder) {
     RunCases(
         {
