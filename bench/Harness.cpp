@@ -1,0 +1,147 @@
+// The benchmark's timing loop, medians, and the printed table and JSON file.
+#include "Harness.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+
+namespace NBench {
+
+namespace {
+
+double Ratio(double value, double reference) {
+    return reference > 0 ? value / reference : 0;
+}
+
+std::string Quoted(const std::string& text) {
+    std::string out = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\') {
+            out += '\\';
+        }
+        out += c;
+    }
+    return out + '"';
+}
+
+} // namespace
+
+std::vector<double> Measure(const TWorkload& workload, uint64_t bytes, const TTiming& timing) {
+    using TClock = std::chrono::steady_clock;
+    std::vector<double> throughputs;
+    for (int run = 0; run < timing.m_runs; ++run) {
+        double timed = 0;
+        uint64_t iterations = 0;
+        do {
+            if (workload.m_prepare) {
+                workload.m_prepare();
+            }
+            const TClock::time_point start = TClock::now();
+            workload.m_run();
+            timed += std::chrono::duration<double>(TClock::now() - start).count();
+            if (workload.m_finish) {
+                workload.m_finish();
+            }
+            ++iterations;
+        } while (timed < timing.m_minSeconds);
+        throughputs.push_back(double(bytes) * double(iterations) / timed / 1e6);
+    }
+    return throughputs;
+}
+
+double Median(std::vector<double> values) {
+    if (values.empty()) {
+        return 0;
+    }
+    std::sort(values.begin(), values.end());
+    const size_t middle = values.size() / 2;
+    return values.size() % 2 != 0 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+double Find(const std::vector<TResult>& results, const std::string& document,
+            const std::string& name) {
+    for (const TResult& result : results) {
+        if (result.m_document == document && result.m_name == name) {
+            return result.m_median;
+        }
+    }
+    return 0;
+}
+
+void PrintTable(const std::vector<TResult>& results, const std::vector<std::string>& references) {
+    std::printf("%-16s %-34s %9s", "document", "measurement", "MB/s");
+    for (const std::string& reference : references) {
+        std::printf(" %9.9s", ("/" + reference).c_str());
+    }
+    std::printf("\n");
+    std::string previous;
+    for (const TResult& result : results) {
+        if (!previous.empty() && result.m_document != previous) {
+            std::printf("\n");
+        }
+        previous = result.m_document;
+        std::printf("%-16.16s %-34.34s %9.0f", result.m_document.c_str(), result.m_name.c_str(),
+                    result.m_median);
+        for (const std::string& reference : references) {
+            const double base = Find(results, result.m_document, reference);
+            if (base > 0) {
+                std::printf(" %9.2f", Ratio(result.m_median, base));
+            } else {
+                std::printf(" %9s", "-");
+            }
+        }
+        std::printf("\n");
+    }
+}
+
+void PrintChecks(const std::vector<TCheck>& checks) {
+    for (const TCheck& check : checks) {
+        std::printf("%-4s %-70s %8.2f %s %.2f\n", check.Holds() ? "ok" : "MISS",
+                    check.m_what.c_str(), check.m_value,
+                    check.m_atLeast ? ">=" : "<=", check.m_limit);
+    }
+}
+
+void WriteJson(const std::string& path, const std::vector<TResult>& results,
+               const std::vector<std::string>& references, const std::vector<TCheck>& checks,
+               const std::vector<std::pair<std::string, double>>& figures) {
+    std::ofstream out(path);
+    out << "{\n  \"results\": [\n";
+    for (size_t i = 0; i < results.size(); ++i) {
+        const TResult& result = results[i];
+        out << "    {\"document\": " << Quoted(result.m_document)
+            << ", \"measurement\": " << Quoted(result.m_name) << ", \"bytes\": " << result.m_bytes
+            << ", \"median_mbps\": " << result.m_median << ", \"runs_mbps\": [";
+        for (size_t run = 0; run < result.m_runs.size(); ++run) {
+            out << (run ? ", " : "") << result.m_runs[run];
+        }
+        out << "], \"ratios\": {";
+        bool first = true;
+        for (const std::string& reference : references) {
+            const double base = Find(results, result.m_document, reference);
+            if (base > 0) {
+                out << (first ? "" : ", ") << Quoted(reference) << ": "
+                    << Ratio(result.m_median, base);
+                first = false;
+            }
+        }
+        out << "}}" << (i + 1 < results.size() ? "," : "") << "\n";
+    }
+    out << "  ],\n  \"figures\": {";
+    for (size_t i = 0; i < figures.size(); ++i) {
+        out << (i ? ", " : "") << Quoted(figures[i].first) << ": " << figures[i].second;
+    }
+    out << "},\n  \"targets\": [\n";
+    for (size_t i = 0; i < checks.size(); ++i) {
+        const TCheck& check = checks[i];
+        out << "    {\"target\": " << Quoted(check.m_what) << ", \"value\": " << check.m_value
+            << ", \"limit\": " << check.m_limit
+            << ", \"at_least\": " << (check.m_atLeast ? "true" : "false")
+            << ", \"holds\": " << (check.Holds() ? "true" : "false") << "}"
+            << (i + 1 < checks.size() ? "," : "") << "\n";
+    }
+    out << "  ]\n}\n";
+}
+
+} // namespace NBench

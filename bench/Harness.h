@@ -1,0 +1,58 @@
+// The benchmark's timing loop, its results and their table and JSON forms.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace NBench {
+
+// One operation to time. Prepare and Finish run outside the timed region, before and after
+// every iteration (a fresh copy of the buffer, a fresh namespace, freeing what was built).
+struct TWorkload {
+    std::function<void()> m_prepare;
+    std::function<void()> m_run;
+    std::function<void()> m_finish;
+};
+
+struct TTiming {
+    double m_minSeconds = 0.5; // timed time per run
+    int m_runs = 5;
+};
+
+// Runs the workload in runs of at least the minimum timed time each and gives the throughput
+// of every run, in MB/s (10^6 bytes) of the given document size.
+std::vector<double> Measure(const TWorkload& workload, uint64_t bytes, const TTiming& timing);
+
+double Median(std::vector<double> values);
+
+struct TResult {
+    std::string m_document;
+    std::string m_name;
+    uint64_t m_bytes = 0;
+    std::vector<double> m_runs; // MB/s
+    double m_median = 0;        // MB/s
+};
+
+// A target of the issue, checked against the results.
+struct TCheck {
+    std::string m_what;
+    double m_value = 0;
+    double m_limit = 0;
+    bool m_atLeast = true; // the value must reach the limit, or else stay at or below it
+    bool Holds() const { return m_atLeast ? m_value >= m_limit : m_value <= m_limit; }
+};
+
+// The results of one document as rows: throughput and its ratio to each reference.
+void PrintTable(const std::vector<TResult>& results, const std::vector<std::string>& references);
+void PrintChecks(const std::vector<TCheck>& checks);
+void WriteJson(const std::string& path, const std::vector<TResult>& results,
+               const std::vector<std::string>& references, const std::vector<TCheck>& checks,
+               const std::vector<std::pair<std::string, double>>& figures);
+
+// The median of the named measurement of the document, or 0 when it was not made.
+double Find(const std::vector<TResult>& results, const std::string& document,
+            const std::string& name);
+
+} // namespace NBench

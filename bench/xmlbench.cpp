@@ -1,0 +1,481 @@
+// xmlbench: measures the tokenizer and the loaders against the reference XML parsers on the same
+// documents in one run, and prints one table of medians and ratios.
+#include "Anchors.h"
+#include "Harness.h"
+
+#include "cimxml/CIMXMLParser.h"
+#include "core/Core.h"
+#include "populator/NamespacePopulator.h"
+#include "tokenizer/XmlParser.h"
+
+#include <malloc.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace NBench;
+using namespace NQRN20;
+namespace fs = std::filesystem;
+
+const char kUsage[] =
+    "usage: xmlbench [--json FILE] [--runs N] [--min-time SECONDS] [--only NAME,...] "
+    "[DOCUMENT...]\n"
+    "Documents that declare classes are schemas; the others are loaded after all schemas.\n"
+    "A DOCUMENT.gz beside a document is measured too. Default: the DMTF schema and instances\n"
+    "of the shared corpus, or the bundled examples when the corpus is absent. --only limits the\n"
+    "run to the measurements named (memchr, expat, libxml2, pugixml, gzread, tokenizer,\n"
+    "\"parse into namespace\", \"load file\", \"load file.gz\", one-shot).\n";
+// Re-executes the program to load the documents once in a fresh process.
+const char kOneShotFlag[] = "--one-shot";
+const char kSchemaKind[] = "schema";
+const char kInstancesKind[] = "instances";
+const int kOneShotRuns = 3;
+
+// The measurements. Every row of the table is also given as a ratio to each of the first five.
+const char kMemchr[] = "memchr";
+const char kExpat[] = "expat";
+const char kLibxml2[] = "libxml2";
+const char kPugixml[] = "pugixml";
+const char kGzread[] = "gzread";
+const char kTokenizer[] = "tokenizer";
+const char kParse[] = "parse into namespace";
+const char kLoad[] = "load file";
+const char kLoadGzip[] = "load file.gz";
+const char kOneShot[] = "one-shot";
+
+class TCountingLogger : public ILogger {
+public:
+    void Log(uint32_t, const std::string& text) override {
+        if (m_lines++ == 0) {
+            m_first = text;
+        }
+    }
+    uint64_t m_lines = 0;
+    std::string m_first;
+};
+
+// The tokenizer with callbacks that only count.
+class TCountingTokenizer : public TXmlParser {
+public:
+    void StartElement(const char*, TAttributeMap& attributes) override {
+        m_count += 1 + attributes.size();
+    }
+    void EndElement(const char*) override { ++m_count; }
+    void processingInstruction(const char*, const char*) override {}
+    void characters(const char*, uint32_t length) override { m_count += length; }
+    void notationDecl(const char*, const char*, const char*) override {}
+    void FatalError(const char*) override { m_failed = true; }
+    uint64_t m_count = 0;
+    bool m_failed = false;
+};
+
+struct TDocument {
+    fs::path m_path;
+    std::string m_name;
+    bool m_schema = false;
+    std::vector<char> m_text; // with the zero byte after it
+    size_t Size() const { return m_text.size() - 1; }
+    fs::path GzipPath() const { return m_path.string() + ".gz"; }
+};
+
+std::vector<char> ReadFile(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        std::fprintf(stderr, "xmlbench: cannot read %s\n", path.c_str());
+        std::exit(1);
+    }
+    std::vector<char> text((std::istreambuf_iterator<char>(file)),
+                           std::istreambuf_iterator<char>());
+    text.push_back(0);
+    return text;
+}
+
+// Schemas first, each kind in the order given.
+std::vector<TDocument> ReadDocuments(const std::vector<std::string>& paths) {
+    std::vector<TDocument> schemas;
+    std::vector<TDocument> others;
+    for (const std::string& path : paths) {
+        TDocument document;
+        document.m_path = path;
+        document.m_name = document.m_path.filename().string();
+        document.m_text = ReadFile(path);
+        document.m_schema = std::strstr(document.m_text.data(), "<CLASS ") != nullptr;
+        (document.m_schema ? schemas : others).push_back(std::move(document));
+    }
+    schemas.insert(schemas.end(), std::make_move_iterator(others.begin()),
+                   std::make_move_iterator(others.end()));
+    return schemas;
+}
+
+std::vector<std::string> DefaultPaths() {
+    const fs::path corpus = fs::path(XMLPARSER_SHARED_DIR) / "corpus" / "dmtf";
+    if (fs::exists(corpus / "cim_schema.xml") && fs::exists(corpus / "instances.xml")) {
+        return {(corpus / "cim_schema.xml").string(), (corpus / "instances.xml").string()};
+    }
+    const fs::path examples(XMLPARSER_EXAMPLES_DIR);
+    return {(examples / "schema.xml").string(), (examples / "instances.xml").string()};
+}
+
+// A fresh namespace holding the schemas that come before the document.
+boost::shared_ptr<ICIMNamespace> NamespaceFor(const std::vector<TDocument>& documents,
+                                              const TDocument& document) {
+    const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
+    for (const TDocument& schema : documents) {
+        if (&schema == &document || !schema.m_schema) {
+            break;
+        }
+        TNamespacePopulator::PopulateFromXMLFile(cimNamespace, schema.m_path.string());
+    }
+    return cimNamespace;
+}
+
+// Loads every document into a new namespace, as a user's program would.
+boost::shared_ptr<ICIMNamespace> LoadAll(const std::vector<TDocument>& documents) {
+    const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
+    for (const TDocument& document : documents) {
+        if (document.m_schema) {
+            TNamespacePopulator::PopulateFromXMLFile(cimNamespace, document.m_path.string());
+        } else {
+            TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, document.m_path.string());
+        }
+    }
+    return cimNamespace;
+}
+
+uint64_t PeakResidentKib() {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        if (line.compare(0, 6, "VmHWM:") == 0) {
+            return std::strtoull(line.c_str() + 6, nullptr, 10);
+        }
+    }
+    return 0;
+}
+
+// The child's side: the arguments are pairs of a kind ("schema" or "instances") and a path. The
+// files are read only through the loaders; prints the time and the peak resident memory.
+int RunOneShot(const std::vector<std::string>& arguments) {
+    TCountingLogger logger;
+    TRootObject::SetCoreLogger(&logger);
+    std::vector<TDocument> documents;
+    for (size_t i = 0; i + 1 < arguments.size(); i += 2) {
+        TDocument document;
+        document.m_schema = arguments[i] == kSchemaKind;
+        document.m_path = arguments[i + 1];
+        documents.push_back(document);
+    }
+    const auto start = std::chrono::steady_clock::now();
+    const boost::shared_ptr<ICIMNamespace> loaded = LoadAll(documents);
+    const double seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    std::printf("%.6f %llu\n", seconds, static_cast<unsigned long long>(PeakResidentKib()));
+    return 0;
+}
+
+struct TOneShot {
+    double m_seconds = 0;
+    uint64_t m_peakKib = 0;
+};
+
+// Runs the loads in a fresh process: this program again.
+TOneShot SpawnOneShot(const std::vector<TDocument>& documents) {
+    std::vector<std::string> arguments{"xmlbench", kOneShotFlag};
+    for (const TDocument& document : documents) {
+        arguments.push_back(document.m_schema ? kSchemaKind : kInstancesKind);
+        arguments.push_back(document.m_path.string());
+    }
+    std::vector<char*> argv;
+    for (std::string& argument : arguments) {
+        argv.push_back(argument.data());
+    }
+    argv.push_back(nullptr);
+    int channel[2];
+    if (pipe(channel) != 0) {
+        return {};
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        dup2(channel[1], STDOUT_FILENO);
+        close(channel[0]);
+        close(channel[1]);
+        execv("/proc/self/exe", argv.data());
+        _exit(127);
+    }
+    close(channel[1]);
+    std::string output;
+    char chunk[256];
+    for (ssize_t read; (read = ::read(channel[0], chunk, sizeof chunk)) > 0;) {
+        output.append(chunk, size_t(read));
+    }
+    close(channel[0]);
+    int status = 0;
+    waitpid(child, &status, 0);
+    TOneShot result;
+    unsigned long long peak = 0;
+    if (std::sscanf(output.c_str(), "%lf %llu", &result.m_seconds, &peak) != 2) {
+        std::fprintf(stderr, "xmlbench: the one-shot load failed\n");
+    }
+    result.m_peakKib = peak;
+    return result;
+}
+
+class TBench {
+public:
+    TBench(std::vector<TDocument> documents, TTiming timing, std::string only)
+        : m_documents(std::move(documents)), m_timing(timing), m_only(std::move(only)) {}
+
+    void MeasureDocument(const TDocument& document);
+    const std::vector<TResult>& Results() const { return m_results; }
+    uint64_t LoggedLines() const { return m_logger.m_lines; }
+    const std::string& FirstLogged() const { return m_logger.m_first; }
+
+private:
+    void Add(const TDocument& document, const std::string& name, const TWorkload& workload);
+    void Check(bool ok, const TDocument& document, const char* name);
+
+    std::vector<TDocument> m_documents;
+    TTiming m_timing;
+    std::string m_only;
+    std::vector<TResult> m_results;
+    TCountingLogger m_logger;
+};
+
+// Whether the comma-separated list names the measurement; an empty list names all of them.
+bool Selected(const std::string& list, const std::string& name) {
+    return list.empty() || ("," + list + ",").find("," + name + ",") != std::string::npos;
+}
+
+void TBench::Add(const TDocument& document, const std::string& name, const TWorkload& workload) {
+    if (!Selected(m_only, name)) {
+        return;
+    }
+    std::fprintf(stderr, "  %s: %s\n", document.m_name.c_str(), name.c_str());
+    TResult result;
+    result.m_document = document.m_name;
+    result.m_name = name;
+    result.m_bytes = document.Size();
+    result.m_runs = Measure(workload, document.Size(), m_timing);
+    result.m_median = Median(result.m_runs);
+    m_results.push_back(result);
+}
+
+void TBench::Check(bool ok, const TDocument& document, const char* name) {
+    if (!ok) {
+        std::fprintf(stderr, "xmlbench: %s failed on %s\n", name, document.m_name.c_str());
+    }
+}
+
+void TBench::MeasureDocument(const TDocument& document) {
+    TRootObject::SetCoreLogger(&m_logger);
+    const size_t size = document.Size();
+    std::vector<char> work(document.m_text.size());
+    const auto copy = [&] { std::memcpy(work.data(), document.m_text.data(), work.size()); };
+    uint64_t sink = 0;
+
+    copy();
+    Check(CountLessThan(work.data(), size) > 0, document, kMemchr);
+    Add(document, kMemchr, {copy, [&] { sink += CountLessThan(work.data(), size); }, {}});
+    Check(ParseExpat(work.data(), size) > 0, document, kExpat);
+    Add(document, kExpat, {copy, [&] { sink += ParseExpat(work.data(), size); }, {}});
+    Check(ParseLibxml2Sax(work.data(), size) > 0, document, kLibxml2);
+    Add(document, kLibxml2, {copy, [&] { sink += ParseLibxml2Sax(work.data(), size); }, {}});
+    Check(ParsePugixmlInPlace(work.data(), size) > 0, document, kPugixml);
+    Add(document, kPugixml, {copy, [&] { sink += ParsePugixmlInPlace(work.data(), size); }, {}});
+    const std::string gzipPath = document.GzipPath().string();
+    const bool gzip = fs::exists(gzipPath);
+    if (gzip) {
+        Check(ReadGzip(gzipPath, work.data(), size) == size, document, kGzread);
+        Add(document, kGzread, {{}, [&] { sink += ReadGzip(gzipPath, work.data(), size); }, {}});
+    }
+
+    const auto tokenize = [&] {
+        TCountingTokenizer tokenizer;
+        tokenizer.Parse(work.data());
+        sink += tokenizer.m_count;
+        return !tokenizer.m_failed;
+    };
+    copy();
+    Check(tokenize(), document, kTokenizer);
+    Add(document, kTokenizer, {copy, tokenize, {}});
+
+    boost::shared_ptr<ICIMNamespace> cimNamespace;
+    const auto fresh = [&] {
+        copy();
+        cimNamespace = NamespaceFor(m_documents, document);
+    };
+    const auto release = [&] { cimNamespace.reset(); };
+    const auto parse = [&] {
+        TCIMXMLParser parser(cimNamespace);
+        parser.Parse(work.data());
+        sink += parser.GetClassesCollected().size() + parser.GetInstancesCollected().size();
+    };
+    Add(document, kParse, {fresh, parse, release});
+
+    const auto load = [&](const std::string& path) {
+        if (document.m_schema) {
+            sink += TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path).size();
+        } else {
+            sink += TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, path).size();
+        }
+    };
+    const std::string plainPath = document.m_path.string();
+    Add(document, kLoad, {fresh, [&] { load(plainPath); }, release});
+    if (gzip) {
+        Add(document, kLoadGzip, {fresh, [&] { load(gzipPath); }, release});
+    }
+    if (sink == 0) {
+        std::fprintf(stderr, "xmlbench: nothing was seen\n");
+    }
+    TRootObject::SetCoreLogger(nullptr);
+}
+
+// Adds the check of a ratio, unless one of its figures was not measured.
+void AddRatio(std::vector<TCheck>& checks, const std::string& what, double numerator,
+              double denominator, double limit, bool atLeast) {
+    if (numerator > 0 && denominator > 0) {
+        checks.push_back({what, numerator / denominator, limit, atLeast});
+    }
+}
+
+std::vector<TCheck> Targets(const std::vector<TResult>& results,
+                            const std::vector<TDocument>& documents, const TOneShot& oneShot) {
+    std::vector<TCheck> checks;
+    uint64_t plainBytes = 0;
+    for (const TDocument& document : documents) {
+        const std::string& name = document.m_name;
+        plainBytes += document.Size();
+        const double tokenizer = Find(results, name, kTokenizer);
+        const double expat = Find(results, name, kExpat);
+        AddRatio(checks, name + ": tokenizer / libxml2 SAX2", tokenizer,
+                 Find(results, name, kLibxml2), 1.0, true);
+        AddRatio(checks, name + ": tokenizer / expat", tokenizer, expat, 2.5, true);
+        AddRatio(checks, name + ": parse into namespace / expat", Find(results, name, kParse),
+                 expat, 1.0, true);
+        // In times per byte: the .gz load against inflating plus the plain load.
+        const double gzread = Find(results, name, kGzread);
+        const double load = Find(results, name, kLoad);
+        const double gzipLoad = Find(results, name, kLoadGzip);
+        if (document.m_schema && gzread > 0 && load > 0 && gzipLoad > 0) {
+            AddRatio(checks, name + ".gz load time / (gzread + plain load)", 1 / gzipLoad,
+                     1 / gzread + 1 / load, 1.1, false);
+        }
+    }
+    if (oneShot.m_peakKib > 0) {
+        checks.push_back({"peak resident MB of one whole load (fresh process)",
+                          double(oneShot.m_peakKib) * 1024 / 1e6,
+                          2.5 * double(plainBytes) / 1e6 + 20, false});
+    }
+    return checks;
+}
+
+struct TOptions {
+    std::string m_json;
+    std::string m_only;
+    TTiming m_timing;
+    std::vector<std::string> m_paths;
+};
+
+bool ParseOptions(int argc, char** argv, TOptions& options) {
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        const bool hasValue = i + 1 < argc;
+        if (argument == "--json" && hasValue) {
+            options.m_json = argv[++i];
+        } else if (argument == "--only" && hasValue) {
+            options.m_only = argv[++i];
+        } else if (argument == "--runs" && hasValue) {
+            options.m_timing.m_runs = std::atoi(argv[++i]);
+        } else if (argument == "--min-time" && hasValue) {
+            options.m_timing.m_minSeconds = std::atof(argv[++i]);
+        } else if (argument.compare(0, 2, "--") == 0) {
+            return false;
+        } else {
+            options.m_paths.push_back(argument);
+        }
+    }
+    if (options.m_paths.empty()) {
+        options.m_paths = DefaultPaths();
+    }
+    return options.m_timing.m_runs > 0 && options.m_timing.m_minSeconds >= 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc > 1 && std::strcmp(argv[1], kOneShotFlag) == 0) {
+        return RunOneShot(std::vector<std::string>(argv + 2, argv + argc));
+    }
+    TOptions options;
+    if (!ParseOptions(argc, argv, options)) {
+        std::fputs(kUsage, stderr);
+        return 2;
+    }
+    // Freed memory stays in the process, so that repeated runs measure parsing rather than the
+    // kernel handing out fresh pages. The one-shot load above runs without this.
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);
+    mallopt(M_TRIM_THRESHOLD, INT_MAX);
+
+    std::vector<TDocument> documents = ReadDocuments(options.m_paths);
+    TBench bench(documents, options.m_timing, options.m_only);
+    for (const TDocument& document : documents) {
+        bench.MeasureDocument(document);
+    }
+    TOneShot oneShot;
+    std::vector<double> oneShotSeconds;
+    for (int run = 0; run < kOneShotRuns && Selected(options.m_only, kOneShot); ++run) {
+        const TOneShot result = SpawnOneShot(documents);
+        oneShotSeconds.push_back(result.m_seconds);
+        oneShot.m_peakKib = std::max(oneShot.m_peakKib, result.m_peakKib);
+    }
+    oneShot.m_seconds = Median(oneShotSeconds);
+    uint64_t plainBytes = 0;
+    for (const TDocument& document : documents) {
+        plainBytes += document.Size();
+    }
+    const double oneShotMbps =
+        oneShot.m_seconds > 0 ? double(plainBytes) / oneShot.m_seconds / 1e6 : 0;
+
+    const std::vector<std::string> references{kMemchr, kExpat, kLibxml2, kPugixml, kGzread};
+    const std::vector<TResult>& results = bench.Results();
+    std::printf("median of %d runs of >= %.2f s each; MB/s of uncompressed document (10^6 "
+                "bytes); /X is the ratio to X on the same document\n\n",
+                options.m_timing.m_runs, options.m_timing.m_minSeconds);
+    PrintTable(results, references);
+    if (oneShot.m_peakKib > 0) {
+        std::printf(
+            "\none-shot load of all documents in a fresh process (median of %d): %.0f MB/s, "
+            "peak resident %.1f MB for %.1f MB of documents\n",
+            kOneShotRuns, oneShotMbps, double(oneShot.m_peakKib) * 1024 / 1e6,
+            double(plainBytes) / 1e6);
+    }
+    if (bench.LoggedLines() > 0) {
+        std::printf("the loads logged %llu lines, the first: %s\n",
+                    static_cast<unsigned long long>(bench.LoggedLines()),
+                    bench.FirstLogged().c_str());
+    }
+    std::printf("\ntargets:\n");
+    const std::vector<TCheck> checks = Targets(results, documents, oneShot);
+    PrintChecks(checks);
+    if (!options.m_json.empty()) {
+        WriteJson(options.m_json, results, references, checks,
+                  {{"one_shot_mbps", oneShotMbps},
+                   {"one_shot_seconds", oneShot.m_seconds},
+                   {"peak_resident_mb", double(oneShot.m_peakKib) * 1024 / 1e6},
+                   {"documents_mb", double(plainBytes) / 1e6}});
+    }
+    ReleaseAnchors();
+    return 0;
+}
