@@ -1,16 +1,25 @@
 #!/usr/bin/env bash
 # Sets up a Debian machine for xmlparser, builds it and runs it:
 #   ./dev.sh run    install, build, and show the bundled example documents as MOF
-#   ./dev.sh test   install, build, and run the whole suite in an optimised and a sanitizer build
+#   ./dev.sh test   install, build, and run the whole suite in an optimised and a sanitizer build,
+#                   and replay and run the fuzz targets for a minute each
+#   ./dev.sh bench  install, build, and run the benchmark (extra arguments go to xmlbench)
 set -euo pipefail
 cd "$(dirname "$0")"
 
-packages=(cmake g++ make pkg-config libboost-dev zlib1g-dev libgtest-dev libgmock-dev)
+# libxml2-utils gives the tests xmllint, which checks written CIM-XML against the DTD.
+packages=(cmake g++ make pkg-config libboost-dev zlib1g-dev libgtest-dev libgmock-dev
+    libxml2-utils)
+# The parsers the benchmark measures the loader against; the library does not need them.
+bench_packages=(libexpat1-dev libxml2-dev libpugixml-dev)
+# clang's libFuzzer and sanitizer runtimes, for the fuzz targets.
+fuzz_packages=(clang libclang-rt-14-dev)
 jobs=$(nproc)
 
+# install_packages package...: installs those of the packages that are missing.
 install_packages() {
     local missing=() p
-    for p in "${packages[@]}"; do
+    for p in "$@"; do
         dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' ||
             missing+=("$p")
     done
@@ -34,23 +43,47 @@ run_tests() {
     ctest --test-dir "$1" --output-on-failure -j "$jobs"
 }
 
+# run_fuzzers SECONDS: each target replays its seeds, then fuzzes for that long. A crash, a
+# leak, an input that takes over 5 s or more than 2 GB fails the run; findings land in build/fuzz.
+run_fuzzers() {
+    local target corpus limits=(-timeout=5 -rss_limit_mb=2048)
+    for target in tokenizer parse loader; do
+        build/fuzz/fuzz/fuzz_$target "${limits[@]}" fuzz/seeds/$target/*
+        corpus=$(mktemp -d)
+        build/fuzz/fuzz/fuzz_$target "${limits[@]}" -max_total_time="$1" -dict=fuzz/cimxml.dict \
+            -artifact_prefix=build/fuzz/ -print_final_stats=1 "$corpus" fuzz/seeds/$target
+        rm -rf "$corpus"
+    done
+}
+
 case "${1:-}" in
 run)
-    install_packages
+    install_packages "${packages[@]}"
     build build/run -DCMAKE_BUILD_TYPE=Release -DXMLPARSER_BUILD_TESTS=OFF
     build/run/tools/cimxml --mof examples/schema.xml --instances examples/instances.xml
     ;;
 test)
-    install_packages
-    build build/release -DCMAKE_BUILD_TYPE=Release -DXMLPARSER_BUILD_TESTS=ON
+    # The benchmark is built, not run, so that it keeps compiling.
+    install_packages "${packages[@]}" "${bench_packages[@]}" "${fuzz_packages[@]}"
+    build build/release -DCMAKE_BUILD_TYPE=Release -DXMLPARSER_BUILD_TESTS=ON \
+        -DXMLPARSER_BUILD_BENCH=ON
     run_tests build/release
+    CC=clang CXX=clang++ build build/fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DXMLPARSER_BUILD_FUZZ=ON -DXMLPARSER_BUILD_TESTS=OFF -DXMLPARSER_BUILD_BENCH=OFF
+    run_fuzzers 60
     build build/sanitize -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-O1 -DXMLPARSER_SANITIZE=ON \
         -DXMLPARSER_BUILD_TESTS=ON
     ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:strict_string_checks=1 \
         UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 run_tests build/sanitize
     ;;
+bench)
+    shift
+    install_packages "${packages[@]}" "${bench_packages[@]}"
+    build build/release -DCMAKE_BUILD_TYPE=Release -DXMLPARSER_BUILD_BENCH=ON
+    build/release/bench/xmlbench "$@"
+    ;;
 *)
-    echo "usage: $0 run|test" >&2
+    echo "usage: $0 run|test|bench [xmlbench arguments]" >&2
     exit 2
     ;;
 esac

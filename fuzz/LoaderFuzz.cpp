@@ -1,0 +1,85 @@
+// Fuzzes the file loaders on real files. The first byte chooses how the rest is written: plain,
+// as gzip, as gzip whose size trailer is forged from the next four bytes, or as two gzip
+// members; and whether the class or the instance loader reads it.
+#include "fuzz/FuzzSupport.h"
+#include "populator/NamespacePopulator.h"
+
+#include <zlib.h>
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+using namespace NQRN20;
+
+enum EShape { kPlain, kGzip, kForgedTrailer, kTwoMembers };
+
+std::string Gzip(const uint8_t* data, size_t size) {
+    z_stream stream = {};
+    deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
+    std::string packed(deflateBound(&stream, uLong(size)) + 32, '\0');
+    stream.next_in = const_cast<Bytef*>(data);
+    stream.avail_in = uInt(size);
+    stream.next_out = reinterpret_cast<Bytef*>(&packed[0]);
+    stream.avail_out = uInt(packed.size());
+    deflate(&stream, Z_FINISH);
+    packed.resize(stream.total_out);
+    deflateEnd(&stream);
+    return packed;
+}
+
+std::string Shape(EShape shape, const uint8_t* data, size_t size) {
+    switch (shape) {
+    case kPlain:
+        return std::string(reinterpret_cast<const char*>(data), size);
+    case kGzip:
+        return Gzip(data, size);
+    case kForgedTrailer: {
+        if (size < 4) {
+            return Gzip(data, size);
+        }
+        std::string packed = Gzip(data + 4, size - 4);
+        packed.replace(packed.size() - 4, 4, reinterpret_cast<const char*>(data), 4);
+        return packed;
+    }
+    case kTwoMembers:
+        return Gzip(data, size / 2) + Gzip(data + size / 2, size - size / 2);
+    }
+    return std::string();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    if (size == 0) {
+        return 0;
+    }
+    const EShape shape = EShape(data[0] & 3);
+    const bool instances = (data[0] & 4) != 0;
+    const std::string content = Shape(shape, data + 1, size - 1);
+    // Only a path that names ".gz" is read as gzip.
+    char plainPath[] = "/tmp/xmlparser-fuzz-XXXXXX";
+    char gzipPath[] = "/tmp/xmlparser-fuzz-XXXXXX.xml.gz";
+    char* const path = shape == kPlain ? plainPath : gzipPath;
+    const int fd = shape == kPlain ? mkstemp(path) : mkstemps(path, 7);
+    if (fd < 0 || write(fd, content.data(), content.size()) != ssize_t(content.size())) {
+        std::abort();
+    }
+    close(fd);
+    TQuietLogger logger;
+    const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
+    try {
+        if (instances) {
+            TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, path);
+        } else {
+            TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path);
+        }
+    } catch (const TQRNException&) {
+    }
+    unlink(path);
+    return 0;
+}
