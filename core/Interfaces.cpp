@@ -12,8 +12,14 @@ ICIMInstance::~ICIMInstance() = default;
 ICIMNamespace::~ICIMNamespace() = default;
 
 void ICIMParameterDecl::SetShape(bool, uint32_t, const std::string&, TCIMOptions) {}
-bool ICIMParameterDecl::IsArray(TCIMOptions) { return false; }
-uint32_t ICIMParameterDecl::GetArraySize(TCIMOptions) { return 0; }
-std::string ICIMParameterDecl::GetReferenceClass(TCIMOptions) { return std::string(); }
+bool ICIMParameterDecl::IsArray(TCIMOptions) {
+    return false;
+}
+uint32_t ICIMParameterDecl::GetArraySize(TCIMOptions) {
+    return 0;
+}
+std::string ICIMParameterDecl::GetReferenceClass(TCIMOptions) {
+    return std::string();
+}
 
 } // namespace NQRN20

@@ -23,7 +23,9 @@ bool IsReference(EParameterKind kind) {
     return kind == kReferenceParameter || kind == kRefArrayParameter;
 }
 
-bool IsArray(EParameterKind kind) { return kind == kArrayParameter || kind == kRefArrayParameter; }
+bool IsArray(EParameterKind kind) {
+    return kind == kArrayParameter || kind == kRefArrayParameter;
+}
 
 void ReadParameterAttributes(TCIMXMLParser& parser, TParameterFields& fields, EParameterKind kind,
                              TAttributeMap& attributes) {

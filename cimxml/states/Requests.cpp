@@ -113,12 +113,9 @@ void TCIMXMLParser::TStateIMethodCall::ProcessAttributes(TCIMXMLParser& parser,
 // IPARAMVALUE: CLASS | INSTANCE
 void TCIMXMLParser::TStateIParamValue::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                     TAttributeMap& attributes) {
-    if (m_phase == 0 && name == kClass) {
+    if (m_phase == 0 && TWrappedObject::IsObject(name)) {
         m_phase = 1;
-        m_object.PushClass(parser, attributes);
-    } else if (m_phase == 0 && name == kInstance) {
-        m_phase = 1;
-        m_object.PushInstance(parser, attributes);
+        m_object.Push(parser, name, attributes);
     } else if (m_phase >= 0 && m_phase <= 1) {
         parser.RejectElement(name);
     } else {

@@ -36,7 +36,7 @@ void TCIMXMLParser::TStateIReturnValue::StartElement(TCIMXMLParser& parser, cons
                                                      TAttributeMap& attributes) {
     if (m_phase == 0 && name == kClass) {
         m_phase = 1;
-        m_object.PushClass(parser, attributes);
+        m_object.Push(parser, name, attributes);
     } else if (m_phase == 0 && name == kValueNamedInstance) {
         m_phase = 1;
         parser.PushState(new TStateValueNamedInstance(), attributes);

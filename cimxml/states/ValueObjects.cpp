@@ -19,13 +19,18 @@ const char kObjectNotCreated[] =
 
 } // namespace
 
-void TCIMXMLParser::TWrappedObject::PushClass(TCIMXMLParser& parser, TAttributeMap& attributes) {
-    m_isClass = true;
-    parser.PushState(new TStateClass(&m_class), attributes);
+bool TCIMXMLParser::TWrappedObject::IsObject(const std::string& name) {
+    return name == kClass || name == kInstance;
 }
 
-void TCIMXMLParser::TWrappedObject::PushInstance(TCIMXMLParser& parser, TAttributeMap& attributes) {
-    parser.PushState(new TStateInstance(&m_instance), attributes);
+void TCIMXMLParser::TWrappedObject::Push(TCIMXMLParser& parser, const std::string& name,
+                                         TAttributeMap& attributes) {
+    m_isClass = name == kClass;
+    if (m_isClass) {
+        parser.PushState(new TStateClass(&m_class), attributes);
+    } else {
+        parser.PushState(new TStateInstance(&m_instance), attributes);
+    }
 }
 
 void TCIMXMLParser::TWrappedObject::Commit(TCIMXMLParser& parser, ECollect collect) {
@@ -63,12 +68,9 @@ void TCIMXMLParser::TWrappedObject::End(TCIMXMLParser& parser, bool complete, EC
 // VALUE.OBJECT: CLASS | INSTANCE
 void TCIMXMLParser::TStateValueObject::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                     TAttributeMap& attributes) {
-    if (m_phase == 0 && name == kClass) {
+    if (m_phase == 0 && TWrappedObject::IsObject(name)) {
         m_phase = 1;
-        m_object.PushClass(parser, attributes);
-    } else if (m_phase == 0 && name == kInstance) {
-        m_phase = 1;
-        m_object.PushInstance(parser, attributes);
+        m_object.Push(parser, name, attributes);
     } else if (m_phase >= 0 && m_phase <= 1) {
         parser.RejectElement(name);
     } else {
@@ -84,15 +86,12 @@ void TCIMXMLParser::TStateValueObject::EndElement(TCIMXMLParser& parser, const s
 void TCIMXMLParser::TStateValueNamedObject::StartElement(TCIMXMLParser& parser,
                                                          const std::string& name,
                                                          TAttributeMap& attributes) {
-    if (m_phase == 0 && name == kClass) {
+    if ((m_phase == 0 && name == kClass) || (m_phase == 1 && name == kInstance)) {
         m_phase = 2;
-        m_object.PushClass(parser, attributes);
+        m_object.Push(parser, name, attributes);
     } else if (m_phase == 0 && name == kInstanceName) {
         m_phase = 1;
         parser.PushState(new TStateInstanceName(&m_instanceName), attributes);
-    } else if (m_phase == 1 && name == kInstance) {
-        m_phase = 2;
-        m_object.PushInstance(parser, attributes);
     } else if (m_phase >= 0 && m_phase <= 2) {
         parser.RejectElement(name);
     } else {
@@ -115,12 +114,9 @@ void TCIMXMLParser::TStateValueObjectWithPath::StartElement(TCIMXMLParser& parse
         m_phase = 2;
         parser.PushState(new TStateInstancePath(&m_host, &m_namespace, &m_instancePath),
                          attributes);
-    } else if (m_phase == 1 && name == kClass) {
+    } else if ((m_phase == 1 && name == kClass) || (m_phase == 2 && name == kInstance)) {
         m_phase = 3;
-        m_object.PushClass(parser, attributes);
-    } else if (m_phase == 2 && name == kInstance) {
-        m_phase = 3;
-        m_object.PushInstance(parser, attributes);
+        m_object.Push(parser, name, attributes);
     } else if (m_phase >= 0 && m_phase <= 3) {
         parser.RejectElement(name);
     } else {
@@ -143,12 +139,9 @@ void TCIMXMLParser::TStateValueObjectWithLocalPath::StartElement(TCIMXMLParser& 
     } else if (m_phase == 0 && name == kLocalInstancePath) {
         m_phase = 2;
         parser.PushState(new TStateLocalInstancePath(&m_namespace, &m_instancePath), attributes);
-    } else if (m_phase == 1 && name == kClass) {
+    } else if ((m_phase == 1 && name == kClass) || (m_phase == 2 && name == kInstance)) {
         m_phase = 3;
-        m_object.PushClass(parser, attributes);
-    } else if (m_phase == 2 && name == kInstance) {
-        m_phase = 3;
-        m_object.PushInstance(parser, attributes);
+        m_object.Push(parser, name, attributes);
     } else if (m_phase >= 0 && m_phase <= 3) {
         parser.RejectElement(name);
     } else {
@@ -170,7 +163,7 @@ void TCIMXMLParser::TStateValueNamedInstance::StartElement(TCIMXMLParser& parser
         parser.PushState(new TStateInstanceName(&m_instanceName), attributes);
     } else if (m_phase == 1 && name == kInstance) {
         m_phase = 2;
-        m_object.PushInstance(parser, attributes);
+        m_object.Push(parser, name, attributes);
     } else if (m_phase >= 0 && m_phase <= 2) {
         parser.RejectElement(name);
     } else {

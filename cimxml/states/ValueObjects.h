@@ -26,9 +26,10 @@ namespace NQRN20 {
 struct TCIMXMLParser::TWrappedObject {
     enum ECollect { kCommitOnly, kCommitAndCollect };
 
-    // Push the state of a CLASS or INSTANCE child, which creates the object into its slot.
-    void PushClass(TCIMXMLParser& parser, TAttributeMap& attributes);
-    void PushInstance(TCIMXMLParser& parser, TAttributeMap& attributes);
+    // Whether the element is one of the two objects an element can wrap, CLASS or INSTANCE.
+    static bool IsObject(const std::string& name);
+    // Pushes the state of a CLASS or INSTANCE child, which creates the object into its slot.
+    void Push(TCIMXMLParser& parser, const std::string& name, TAttributeMap& attributes);
     // Commits the object and collects it when asked. A class defined twice (status 16) stays
     // as first defined and is not collected; an instance's commit errors are passed on.
     void Commit(TCIMXMLParser& parser, ECollect collect);
