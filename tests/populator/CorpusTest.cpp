@@ -68,6 +68,26 @@ boost::shared_ptr<ICIMNamespace> NamespaceWithDmtfQualifiers() {
     return cimNamespace;
 }
 
+// The names of the classes the schema document declares, in the order it declares them.
+std::vector<std::string> ClassNamesInDocumentOrder() {
+    const std::string schema = ReadText(kSchema);
+    const std::string tag = "<CLASS NAME=\"";
+    std::vector<std::string> names;
+    for (size_t at = schema.find(tag); at != std::string::npos; at = schema.find(tag, at)) {
+        at += tag.size();
+        names.push_back(schema.substr(at, schema.find('"', at) - at));
+    }
+    return names;
+}
+
+std::vector<std::string> Names(const std::vector<boost::shared_ptr<ICIMClass>>& classes) {
+    std::vector<std::string> names;
+    for (const auto& cimClass : classes) {
+        names.push_back(cimClass->GetName(TCIMOptions()));
+    }
+    return names;
+}
+
 TEST(TNamespacePopulator, LoadsTheDmtfSchemaAndItsInstancesWithoutAnError) {
     SKIP_WITHOUT(kSchema);
     for (const std::string suffix : {"", ".gz"}) {
@@ -80,8 +100,7 @@ TEST(TNamespacePopulator, LoadsTheDmtfSchemaAndItsInstancesWithoutAnError) {
             TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, kInstances.string() + suffix);
         EXPECT_EQ("", log.Text());
         EXPECT_EQ(70u, CountQualifierDecls(cimNamespace));
-        ASSERT_EQ(1631u, classes.size());
-        EXPECT_EQ("CIM_ManagedElement", classes.front()->GetName(TCIMOptions()));
+        EXPECT_EQ(ClassNamesInDocumentOrder(), Names(classes));
         EXPECT_EQ(3924u, instances.size());
     }
 }
