@@ -113,14 +113,7 @@ void TCIMXMLParser::TStateIMethodCall::ProcessAttributes(TCIMXMLParser& parser,
 // IPARAMVALUE: CLASS | INSTANCE
 void TCIMXMLParser::TStateIParamValue::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                     TAttributeMap& attributes) {
-    if (m_phase == 0 && TWrappedObject::IsObject(name)) {
-        m_phase = 1;
-        m_object.Push(parser, name, attributes);
-    } else if (m_phase >= 0 && m_phase <= 1) {
-        parser.RejectElement(name);
-    } else {
-        parser.ReportStateCorrupt();
-    }
+    m_object.StartSoleObject(parser, m_phase, name, attributes);
 }
 
 void TCIMXMLParser::TStateIParamValue::EndElement(TCIMXMLParser& parser, const std::string&) {

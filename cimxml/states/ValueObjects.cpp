@@ -33,6 +33,20 @@ void TCIMXMLParser::TWrappedObject::Push(TCIMXMLParser& parser, const std::strin
     }
 }
 
+// CLASS | INSTANCE, then nothing more: phase 1 once the object has started.
+void TCIMXMLParser::TWrappedObject::StartSoleObject(TCIMXMLParser& parser, int32_t& phase,
+                                                    const std::string& name,
+                                                    TAttributeMap& attributes) {
+    if (phase == 0 && IsObject(name)) {
+        phase = 1;
+        Push(parser, name, attributes);
+    } else if (phase >= 0 && phase <= 1) {
+        parser.RejectElement(name);
+    } else {
+        parser.ReportStateCorrupt();
+    }
+}
+
 void TCIMXMLParser::TWrappedObject::Commit(TCIMXMLParser& parser, ECollect collect) {
     if (m_isClass ? !m_class : !m_instance) {
         parser.FatalError(kObjectNotCreated);
@@ -68,14 +82,7 @@ void TCIMXMLParser::TWrappedObject::End(TCIMXMLParser& parser, bool complete, EC
 // VALUE.OBJECT: CLASS | INSTANCE
 void TCIMXMLParser::TStateValueObject::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                     TAttributeMap& attributes) {
-    if (m_phase == 0 && TWrappedObject::IsObject(name)) {
-        m_phase = 1;
-        m_object.Push(parser, name, attributes);
-    } else if (m_phase >= 0 && m_phase <= 1) {
-        parser.RejectElement(name);
-    } else {
-        parser.ReportStateCorrupt();
-    }
+    m_object.StartSoleObject(parser, m_phase, name, attributes);
 }
 
 void TCIMXMLParser::TStateValueObject::EndElement(TCIMXMLParser& parser, const std::string&) {

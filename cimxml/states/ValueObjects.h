@@ -30,6 +30,10 @@ struct TCIMXMLParser::TWrappedObject {
     static bool IsObject(const std::string& name);
     // Pushes the state of a CLASS or INSTANCE child, which creates the object into its slot.
     void Push(TCIMXMLParser& parser, const std::string& name, TAttributeMap& attributes);
+    // The content of an element that wraps exactly one object and nothing else, as VALUE.OBJECT
+    // and IPARAMVALUE do; the phase is the wrapping state's.
+    void StartSoleObject(TCIMXMLParser& parser, int32_t& phase, const std::string& name,
+                         TAttributeMap& attributes);
     // Commits the object and collects it when asked. A class defined twice (status 16) stays
     // as first defined and is not collected; an instance's commit errors are passed on.
     void Commit(TCIMXMLParser& parser, ECollect collect);
