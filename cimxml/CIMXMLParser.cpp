@@ -34,6 +34,12 @@ const std::string& Lowercase(const char* name, std::string& buffer) {
     return buffer;
 }
 
+// Put before every state, so that its delete finds the pool it came from (none: the heap).
+struct alignas(std::max_align_t) TStateHeader {
+    TStatePool* m_pool;
+    size_t m_size;
+};
+
 } // namespace
 
 // cim: the only root element; everything else is reported and its children offered again.
@@ -44,7 +50,7 @@ public:
         if (name != NCimXml::kCim) {
             parser.RejectElement(name);
         }
-        parser.PushState(new TStateCIM(), attributes);
+        parser.PushState(new (parser) TStateCIM(), attributes);
     }
 };
 
@@ -58,9 +64,40 @@ void TCIMXMLParser::TParseState::EndElement(TCIMXMLParser& parser, const std::st
 
 void TCIMXMLParser::TParseState::ProcessAttributes(TCIMXMLParser&, TAttributeMap&) {}
 
+void* TCIMXMLParser::TParseState::operator new(size_t size, TCIMXMLParser& parser) {
+    TStatePool* pool = parser.m_statePool.Get();
+    const size_t blockSize = sizeof(TStateHeader) + size;
+    TStateHeader* header = static_cast<TStateHeader*>(pool->Allocate(blockSize));
+    *header = TStateHeader{pool, blockSize};
+    return header + 1;
+}
+
+void* TCIMXMLParser::TParseState::operator new(size_t size) {
+    const size_t blockSize = sizeof(TStateHeader) + size;
+    TStateHeader* header = static_cast<TStateHeader*>(::operator new(blockSize));
+    *header = TStateHeader{nullptr, blockSize};
+    return header + 1;
+}
+
+void TCIMXMLParser::TParseState::operator delete(void* state) {
+    if (state == nullptr) {
+        return;
+    }
+    TStateHeader* header = static_cast<TStateHeader*>(state) - 1;
+    if (header->m_pool != nullptr) {
+        header->m_pool->Release(header, header->m_size);
+    } else {
+        ::operator delete(header);
+    }
+}
+
+void TCIMXMLParser::TParseState::operator delete(void* state, TCIMXMLParser&) {
+    TParseState::operator delete(state);
+}
+
 TCIMXMLParser::TCIMXMLParser(boost::shared_ptr<ICIMNamespace> cimNamespace)
     : m_namespace(cimNamespace), m_qx518Mode(false), m_outsideReported(false) {
-    m_stateStack.push_back(boost::shared_ptr<TParseState>(new TStateStart()));
+    PushState(new (*this) TStateStart());
 }
 
 TCIMXMLParser::TCIMXMLParser(const TCIMXMLParser& other) = default;
@@ -144,8 +181,14 @@ void TCIMXMLParser::FatalError(const std::string& message) {
 }
 
 void TCIMXMLParser::PushState(TParseState* state, TAttributeMap& attributes) {
-    m_stateStack.push_back(boost::shared_ptr<TParseState>(state));
+    PushState(state);
     m_stateStack.back()->ProcessAttributes(*this, attributes);
+}
+
+void TCIMXMLParser::PushState(TParseState* state) {
+    m_stateStack.push_back(boost::shared_ptr<TParseState>(
+        state, [](TParseState* popped) { delete popped; },
+        TStateAllocator<TParseState>(m_statePool.Get())));
 }
 
 void TCIMXMLParser::PopState() {

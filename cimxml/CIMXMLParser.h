@@ -1,6 +1,7 @@
 // TCIMXMLParser: turns the tokenizer's callbacks into CIM objects through a stack of parse states.
 #pragma once
 
+#include "cimxml/StatePool.h"
 #include "core/Core.h"
 #include "tokenizer/XmlParser.h"
 
@@ -36,6 +37,13 @@ public:
         virtual void EndElement(TCIMXMLParser& parser, const std::string& name);
         // The attributes of this state's own start tag, right after the push.
         virtual void ProcessAttributes(TCIMXMLParser& parser, TAttributeMap& attributes);
+
+        // Every element pushes a state and pops it, so states are made in their parser's pool:
+        // new (parser) TStateX(...). Plain new takes the memory from the heap.
+        static void* operator new(size_t size, TCIMXMLParser& parser);
+        static void* operator new(size_t size);
+        static void operator delete(void* state);
+        static void operator delete(void* state, TCIMXMLParser& parser);
 
         // How far through its ordered content model the state has come.
         int32_t m_phase;
@@ -159,7 +167,10 @@ public:
 
 private:
     void ReportOutsideDocument(const std::string& name);
+    void PushState(TParseState* state);
 
+    // Memory for the states and their handles' counts.
+    TStatePoolHandle m_statePool;
     std::deque<boost::shared_ptr<TParseState>> m_stateStack;
     // States popped during the current callback: one may still be running, so they are freed
     // only when the callback returns.

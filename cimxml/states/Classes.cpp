@@ -41,7 +41,8 @@ void StartPropertyDeclChild(TCIMXMLParser& parser, TPropertyDeclFields& fields,
                             const std::string& name, TAttributeMap& attributes,
                             const char* valueElement, TMakeValueState makeValueState) {
     if (name == kQualifier) {
-        parser.PushState(new TCIMXMLParser::TStateQualifier(fields.m_declaration), attributes);
+        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_declaration),
+                         attributes);
     } else if (name == valueElement) {
         fields.m_valueSeen = true;
         parser.PushState(makeValueState(), attributes);
@@ -95,22 +96,22 @@ void TCIMXMLParser::TStateClass::StartElement(TCIMXMLParser& parser, const std::
     switch (m_phase) {
     case kPhaseQualifiers:
         if (name == kQualifier) {
-            parser.PushState(new TStateQualifier(m_class), attributes);
+            parser.PushState(new (parser) TStateQualifier(m_class), attributes);
             return;
         }
         m_phase = kPhaseProperties;
         [[fallthrough]];
     case kPhaseProperties:
         if (name == kProperty) {
-            parser.PushState(new TStatePropertyDecl(m_class), attributes);
+            parser.PushState(new (parser) TStatePropertyDecl(m_class), attributes);
             return;
         }
         if (name == kPropertyArray) {
-            parser.PushState(new TStatePropertyArrayDecl(m_class), attributes);
+            parser.PushState(new (parser) TStatePropertyArrayDecl(m_class), attributes);
             return;
         }
         if (name == kPropertyReference) {
-            parser.PushState(new TStatePropertyReferenceDecl(m_class), attributes);
+            parser.PushState(new (parser) TStatePropertyReferenceDecl(m_class), attributes);
             return;
         }
         m_phase = kPhaseMethods;
@@ -119,7 +120,7 @@ void TCIMXMLParser::TStateClass::StartElement(TCIMXMLParser& parser, const std::
         if (name != kMethod) {
             parser.RejectElement(name);
         }
-        parser.PushState(new TStateMethod(m_class), attributes);
+        parser.PushState(new (parser) TStateMethod(m_class), attributes);
         return;
     default:
         parser.ReportStateCorrupt();
@@ -137,7 +138,7 @@ void TCIMXMLParser::TStatePropertyDecl::ProcessAttributes(TCIMXMLParser& parser,
 void TCIMXMLParser::TStatePropertyDecl::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                      TAttributeMap& attributes) {
     StartPropertyDeclChild(parser, m_fields, name, attributes, kValue, [&] {
-        return new TStateValue(parser, &m_fields.m_value, m_fields.m_type);
+        return new (parser) TStateValue(parser, &m_fields.m_value, m_fields.m_type);
     });
 }
 
@@ -158,7 +159,7 @@ void TCIMXMLParser::TStatePropertyArrayDecl::StartElement(TCIMXMLParser& parser,
                                                           const std::string& name,
                                                           TAttributeMap& attributes) {
     StartPropertyDeclChild(parser, m_fields, name, attributes, kValueArray, [&] {
-        return new TStateValueArray(&m_fields.m_value, m_fields.m_type, m_arraySize);
+        return new (parser) TStateValueArray(&m_fields.m_value, m_fields.m_type, m_arraySize);
     });
 }
 
@@ -180,7 +181,7 @@ void TCIMXMLParser::TStatePropertyReferenceDecl::StartElement(TCIMXMLParser& par
                                                               const std::string& name,
                                                               TAttributeMap& attributes) {
     StartPropertyDeclChild(parser, m_fields, name, attributes, kValueReference,
-                           [&] { return new TStateValueReference(&m_fields.m_value); });
+                           [&] { return new (parser) TStateValueReference(&m_fields.m_value); });
 }
 
 // The null default still says which class it may point to; a reference class the namespace

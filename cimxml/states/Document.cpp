@@ -20,9 +20,9 @@ enum EDeclGroupPhase { kPhasePath = 0, kPhaseQualifierDeclarations = 1, kPhaseOb
 void TCIMXMLParser::TStateCIM::StartElement(TCIMXMLParser& parser, const std::string& name,
                                             TAttributeMap& attributes) {
     if (name == kDeclaration) {
-        parser.PushState(new TStateDeclaration(), attributes);
+        parser.PushState(new (parser) TStateDeclaration(), attributes);
     } else if (name == kMessage) {
-        parser.PushState(new TStateMessage(), attributes);
+        parser.PushState(new (parser) TStateMessage(), attributes);
     } else {
         parser.RejectElement(name);
     }
@@ -33,11 +33,11 @@ void TCIMXMLParser::TStateCIM::ProcessAttributes(TCIMXMLParser&, TAttributeMap&)
 void TCIMXMLParser::TStateDeclaration::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                     TAttributeMap& attributes) {
     if (name == kDeclGroup) {
-        parser.PushState(new TStateDeclGroup(), attributes);
+        parser.PushState(new (parser) TStateDeclGroup(), attributes);
     } else if (name == kDeclGroupWithName) {
-        parser.PushState(new TStateDeclGroupWithName(), attributes);
+        parser.PushState(new (parser) TStateDeclGroupWithName(), attributes);
     } else if (name == kDeclGroupWithPath) {
-        parser.PushState(new TStateDeclGroupWithPath(), attributes);
+        parser.PushState(new (parser) TStateDeclGroupWithPath(), attributes);
     } else {
         parser.RejectElement(name);
     }
@@ -56,12 +56,12 @@ void StartDeclGroupChild(TCIMXMLParser& parser, int32_t& phase, std::string& hos
     case kPhasePath:
         phase = kPhaseQualifierDeclarations;
         if (name == kNamespacePath) {
-            parser.PushState(new TCIMXMLParser::TStateNamespacePath(&host, &cimNamespace),
+            parser.PushState(new (parser) TCIMXMLParser::TStateNamespacePath(&host, &cimNamespace),
                              attributes);
             return;
         }
         if (name == kLocalNamespacePath) {
-            parser.PushState(new TCIMXMLParser::TStateLocalNamespacePath(&cimNamespace),
+            parser.PushState(new (parser) TCIMXMLParser::TStateLocalNamespacePath(&cimNamespace),
                              attributes);
             return;
         }
@@ -69,7 +69,7 @@ void StartDeclGroupChild(TCIMXMLParser& parser, int32_t& phase, std::string& hos
     case kPhaseQualifierDeclarations:
         if (name == kQualifierDeclaration) {
             phase = kPhaseQualifierDeclarations;
-            parser.PushState(new TCIMXMLParser::TStateQualifierDeclaration(), attributes);
+            parser.PushState(new (parser) TCIMXMLParser::TStateQualifierDeclaration(), attributes);
             return;
         }
         phase = kPhaseObjects;
@@ -78,7 +78,7 @@ void StartDeclGroupChild(TCIMXMLParser& parser, int32_t& phase, std::string& hos
         if (name != objectElement) {
             parser.RejectElement(name);
         }
-        parser.PushState(new TObjectState(), attributes);
+        parser.PushState(new (parser) TObjectState(), attributes);
         return;
     default:
         parser.ReportStateCorrupt();
@@ -104,9 +104,9 @@ void TCIMXMLParser::TStateDeclGroupWithPath::StartElement(TCIMXMLParser& parser,
                                                           const std::string& name,
                                                           TAttributeMap& attributes) {
     if (name == kValueObjectWithPath) {
-        parser.PushState(new TStateValueObjectWithPath(), attributes);
+        parser.PushState(new (parser) TStateValueObjectWithPath(), attributes);
     } else if (name == kValueObjectWithLocalPath) {
-        parser.PushState(new TStateValueObjectWithLocalPath(), attributes);
+        parser.PushState(new (parser) TStateValueObjectWithLocalPath(), attributes);
     } else {
         parser.RejectElement(name);
     }

@@ -34,9 +34,9 @@ bool IsKeyProperty(const boost::shared_ptr<ICIMPropertyDecl>& declaration) {
 void TCIMXMLParser::TStateInstancePath::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                      TAttributeMap& attributes) {
     if (AdvancePathPart(parser, m_phase, name, kNamespacePath, kInstanceName) == 0) {
-        parser.PushState(new TStateNamespacePath(m_host, m_namespace), attributes);
+        parser.PushState(new (parser) TStateNamespacePath(m_host, m_namespace), attributes);
     } else {
-        parser.PushState(new TStateInstanceName(m_reference), attributes);
+        parser.PushState(new (parser) TStateInstanceName(m_reference), attributes);
     }
 }
 
@@ -45,9 +45,9 @@ void TCIMXMLParser::TStateLocalInstancePath::StartElement(TCIMXMLParser& parser,
                                                           const std::string& name,
                                                           TAttributeMap& attributes) {
     if (AdvancePathPart(parser, m_phase, name, kLocalNamespacePath, kInstanceName) == 0) {
-        parser.PushState(new TStateLocalNamespacePath(m_namespace), attributes);
+        parser.PushState(new (parser) TStateLocalNamespacePath(m_namespace), attributes);
     } else {
-        parser.PushState(new TStateInstanceName(m_reference), attributes);
+        parser.PushState(new (parser) TStateInstanceName(m_reference), attributes);
     }
 }
 
@@ -57,14 +57,14 @@ void TCIMXMLParser::TStateInstanceName::StartElement(TCIMXMLParser& parser, cons
     if (m_phase == 0 && name == kKeyValue) {
         m_hasKeyValue = true;
         m_phase = 2;
-        parser.PushState(new TStateKeyValue(parser, &m_keyValueText), attributes);
+        parser.PushState(new (parser) TStateKeyValue(parser, &m_keyValueText), attributes);
     } else if (m_phase == 0 && name == kValueReference) {
         m_hasReference = true;
         m_phase = 2;
-        parser.PushState(new TStateValueReference(&m_referenceValue), attributes);
+        parser.PushState(new (parser) TStateValueReference(&m_referenceValue), attributes);
     } else if ((m_phase == 0 || m_phase == 1) && name == kKeyBinding) {
         m_phase = 1;
-        parser.PushState(new TStateKeyBinding(m_class, m_reference), attributes);
+        parser.PushState(new (parser) TStateKeyBinding(m_class, m_reference), attributes);
     } else if (m_phase >= 0 && m_phase <= 2) {
         parser.RejectElement(name);
     } else {
@@ -134,10 +134,10 @@ void TCIMXMLParser::TStateInstanceName::AddUnnamedKey(TCIMXMLParser& parser) {
 void TCIMXMLParser::TStateKeyBinding::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                    TAttributeMap& attributes) {
     if (name == kKeyValue) {
-        parser.PushState(new TStateKeyValue(parser, &m_keyValueText), attributes);
+        parser.PushState(new (parser) TStateKeyValue(parser, &m_keyValueText), attributes);
     } else if (name == kValueReference) {
         m_hasReference = true;
-        parser.PushState(new TStateValueReference(&m_referenceValue), attributes);
+        parser.PushState(new (parser) TStateValueReference(&m_referenceValue), attributes);
     } else {
         parser.RejectElement(name);
     }
@@ -210,22 +210,25 @@ void TCIMXMLParser::TStateValueReference::StartElement(TCIMXMLParser& parser,
                                                        TAttributeMap& attributes) {
     if (name == kClassPath) {
         m_hasClass = true;
-        parser.PushState(new TStateClassPath(&m_host, &m_namespace, &m_className), attributes);
+        parser.PushState(new (parser) TStateClassPath(&m_host, &m_namespace, &m_className),
+                         attributes);
     } else if (name == kLocalClassPath) {
         m_hasClass = true;
-        parser.PushState(new TStateLocalClassPath(&m_namespace, &m_className), attributes);
+        parser.PushState(new (parser) TStateLocalClassPath(&m_namespace, &m_className), attributes);
     } else if (name == kClassName) {
         m_reference.SetNamespace(parser.LockNamespace());
         m_hasClass = true;
-        parser.PushState(new TStateClassName(&m_className), attributes);
+        parser.PushState(new (parser) TStateClassName(&m_className), attributes);
     } else if (name == kInstancePath) {
-        parser.PushState(new TStateInstancePath(&m_host, &m_namespace, &m_reference), attributes);
+        parser.PushState(new (parser) TStateInstancePath(&m_host, &m_namespace, &m_reference),
+                         attributes);
     } else if (name == kLocalInstancePath) {
-        parser.PushState(new TStateLocalInstancePath(&m_namespace, &m_reference), attributes);
+        parser.PushState(new (parser) TStateLocalInstancePath(&m_namespace, &m_reference),
+                         attributes);
     } else if (name == kInstanceName) {
         m_reference.SetNamespace(parser.LockNamespace());
         m_hasInstanceName = true;
-        parser.PushState(new TStateInstanceName(&m_reference), attributes);
+        parser.PushState(new (parser) TStateInstanceName(&m_reference), attributes);
     } else {
         parser.RejectElement(name);
     }

@@ -62,7 +62,7 @@ void TCIMXMLParser::TStateInstance::ProcessAttributes(TCIMXMLParser& parser,
 void TCIMXMLParser::TStateInstance::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                  TAttributeMap& attributes) {
     if (m_phase == 0 && name == kQualifier) {
-        parser.PushState(new TStateSkip(), attributes);
+        parser.PushState(new (parser) TStateSkip(), attributes);
         return;
     }
     if (m_phase != 0 && m_phase != 1) {
@@ -76,13 +76,13 @@ void TCIMXMLParser::TStateInstance::StartElement(TCIMXMLParser& parser, const st
     }
     const boost::shared_ptr<ICIMInstance>& instance = *m_slot;
     if (!instance) {
-        parser.PushState(new TStateSkip(), attributes);
+        parser.PushState(new (parser) TStateSkip(), attributes);
     } else if (name == kProperty) {
-        parser.PushState(new TStateProperty(instance), attributes);
+        parser.PushState(new (parser) TStateProperty(instance), attributes);
     } else if (name == kPropertyArray) {
-        parser.PushState(new TStatePropertyArray(instance), attributes);
+        parser.PushState(new (parser) TStatePropertyArray(instance), attributes);
     } else {
-        parser.PushState(new TStatePropertyReference(instance), attributes);
+        parser.PushState(new (parser) TStatePropertyReference(instance), attributes);
     }
 }
 
@@ -135,7 +135,7 @@ void TCIMXMLParser::TStateProperty::StartElement(TCIMXMLParser& parser, const st
         parser.ReportStateCorrupt();
     }
     if (name == kQualifier) {
-        parser.PushState(new TStateSkip(), attributes);
+        parser.PushState(new (parser) TStateSkip(), attributes);
         return;
     }
     if (name == kValue) {
@@ -146,7 +146,7 @@ void TCIMXMLParser::TStateProperty::StartElement(TCIMXMLParser& parser, const st
             throw TQRNException(kQRNStatusInvalidProperty);
         }
         m_property.m_valueSeen = true;
-        parser.PushState(new TStateValue(parser, &m_property.m_value, type), attributes);
+        parser.PushState(new (parser) TStateValue(parser, &m_property.m_value, type), attributes);
         return;
     }
     try {
@@ -190,10 +190,10 @@ void TCIMXMLParser::TStatePropertyArray::StartElement(TCIMXMLParser& parser,
                                                       const std::string& name,
                                                       TAttributeMap& attributes) {
     if (name == kQualifier) {
-        parser.PushState(new TStateSkip(), attributes);
+        parser.PushState(new (parser) TStateSkip(), attributes);
     } else if (name == kValueArray) {
         m_property.m_valueSeen = true;
-        parser.PushState(new TStateValueArray(&m_property.m_value, m_type, m_arraySize),
+        parser.PushState(new (parser) TStateValueArray(&m_property.m_value, m_type, m_arraySize),
                          attributes);
     } else {
         parser.RejectElement(name);
@@ -226,10 +226,10 @@ void TCIMXMLParser::TStatePropertyReference::StartElement(TCIMXMLParser& parser,
                                                           const std::string& name,
                                                           TAttributeMap& attributes) {
     if (name == kQualifier) {
-        parser.PushState(new TStateSkip(), attributes);
+        parser.PushState(new (parser) TStateSkip(), attributes);
     } else if (name == kValueReference) {
         m_property.m_valueSeen = true;
-        parser.PushState(new TStateValueReference(&m_property.m_value), attributes);
+        parser.PushState(new (parser) TStateValueReference(&m_property.m_value), attributes);
     } else {
         parser.RejectElement(name);
     }
@@ -268,7 +268,7 @@ void TCIMXMLParser::TStateValueArray::StartElement(TCIMXMLParser& parser, const 
         parser.RejectElement(name);
     }
     m_elements.push_back(TCIMValue(m_type, 0));
-    parser.PushState(new TStateValue(parser, &m_elements.back(), m_type), attributes);
+    parser.PushState(new (parser) TStateValue(parser, &m_elements.back(), m_type), attributes);
 }
 
 void TCIMXMLParser::TStateValueArray::EndElement(TCIMXMLParser& parser, const std::string&) {

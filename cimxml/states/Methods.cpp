@@ -60,14 +60,17 @@ void DeclareParameter(TCIMXMLParser& parser, TParameterFields& fields, EParamete
 void StartParameterChild(TCIMXMLParser& parser, TParameterFields& fields, EParameterKind kind,
                          const std::string& name, TAttributeMap& attributes) {
     if (name == kQualifier) {
-        parser.PushState(new TCIMXMLParser::TStateQualifier(fields.m_parameter), attributes);
+        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_parameter),
+                         attributes);
     } else if (name == kValue && !IsReference(kind)) {
         fields.m_valueSeen = true;
-        parser.PushState(new TCIMXMLParser::TStateValue(parser, &fields.m_value, fields.m_type),
+        parser.PushState(new (parser)
+                             TCIMXMLParser::TStateValue(parser, &fields.m_value, fields.m_type),
                          attributes);
     } else if (name == kValueArray) {
         fields.m_valueSeen = true;
-        parser.PushState(new TCIMXMLParser::TStateValueArray(&fields.m_value, fields.m_type, 0),
+        parser.PushState(new (parser)
+                             TCIMXMLParser::TStateValueArray(&fields.m_value, fields.m_type, 0),
                          attributes);
     } else {
         parser.RejectElement(name);
@@ -107,15 +110,15 @@ void TCIMXMLParser::TStateMethod::ProcessAttributes(TCIMXMLParser& parser,
 void TCIMXMLParser::TStateMethod::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                TAttributeMap& attributes) {
     if (name == kParameter) {
-        parser.PushState(new TStateParameter(m_method), attributes);
+        parser.PushState(new (parser) TStateParameter(m_method), attributes);
     } else if (name == kParameterReference) {
-        parser.PushState(new TStateParameterReference(m_method), attributes);
+        parser.PushState(new (parser) TStateParameterReference(m_method), attributes);
     } else if (name == kParameterArray) {
-        parser.PushState(new TStateParameterArray(m_method), attributes);
+        parser.PushState(new (parser) TStateParameterArray(m_method), attributes);
     } else if (name == kQualifier) {
-        parser.PushState(new TStateQualifier(m_method), attributes);
+        parser.PushState(new (parser) TStateQualifier(m_method), attributes);
     } else if (name == kParameterRefArray) {
-        parser.PushState(new TStateParameterRefArray(m_method), attributes);
+        parser.PushState(new (parser) TStateParameterRefArray(m_method), attributes);
     } else {
         parser.ReportStateCorrupt();
     }

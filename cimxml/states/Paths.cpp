@@ -20,9 +20,9 @@ void TCIMXMLParser::TStateNamespacePath::StartElement(TCIMXMLParser& parser,
                                                       const std::string& name,
                                                       TAttributeMap& attributes) {
     if (AdvancePathPart(parser, m_phase, name, kHost, kLocalNamespacePath) == 0) {
-        parser.PushState(new TStateHost(parser, m_host), attributes);
+        parser.PushState(new (parser) TStateHost(parser, m_host), attributes);
     } else {
-        parser.PushState(new TStateLocalNamespacePath(m_namespace), attributes);
+        parser.PushState(new (parser) TStateLocalNamespacePath(m_namespace), attributes);
     }
 }
 
@@ -35,7 +35,7 @@ void TCIMXMLParser::TStateLocalNamespacePath::StartElement(TCIMXMLParser& parser
     }
     m_seenNamespace = true;
     m_component.clear();
-    parser.PushState(new TStateNamespace(&m_component), attributes);
+    parser.PushState(new (parser) TStateNamespace(&m_component), attributes);
     if (!m_component.empty()) {
         if (!m_path.empty()) {
             m_path += kNamespaceSeparator;
@@ -74,9 +74,9 @@ void TCIMXMLParser::TStateNamespace::ProcessAttributes(TCIMXMLParser& parser,
 void TCIMXMLParser::TStateClassPath::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                   TAttributeMap& attributes) {
     if (AdvancePathPart(parser, m_phase, name, kNamespacePath, kClassName) == 0) {
-        parser.PushState(new TStateNamespacePath(m_host, m_namespace), attributes);
+        parser.PushState(new (parser) TStateNamespacePath(m_host, m_namespace), attributes);
     } else {
-        parser.PushState(new TStateClassName(m_className), attributes);
+        parser.PushState(new (parser) TStateClassName(m_className), attributes);
     }
 }
 
@@ -85,9 +85,9 @@ void TCIMXMLParser::TStateLocalClassPath::StartElement(TCIMXMLParser& parser,
                                                        const std::string& name,
                                                        TAttributeMap& attributes) {
     if (AdvancePathPart(parser, m_phase, name, kLocalNamespacePath, kClassName) == 0) {
-        parser.PushState(new TStateLocalNamespacePath(m_namespace), attributes);
+        parser.PushState(new (parser) TStateLocalNamespacePath(m_namespace), attributes);
     } else {
-        parser.PushState(new TStateClassName(m_className), attributes);
+        parser.PushState(new (parser) TStateClassName(m_className), attributes);
     }
 }
 

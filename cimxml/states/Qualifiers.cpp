@@ -54,10 +54,10 @@ void TCIMXMLParser::TStateQualifier::StartElement(TCIMXMLParser& parser, const s
                                                   TAttributeMap& attributes) {
     if (name == kValue) {
         m_valueSeen = true;
-        parser.PushState(new TStateValue(parser, &m_value, m_type), attributes);
+        parser.PushState(new (parser) TStateValue(parser, &m_value, m_type), attributes);
     } else if (name == kValueArray) {
         m_valueSeen = true;
-        parser.PushState(new TStateValueArray(&m_value, m_type, 0), attributes);
+        parser.PushState(new (parser) TStateValueArray(&m_value, m_type, 0), attributes);
     } else {
         parser.RejectElement(name);
     }
@@ -117,15 +117,16 @@ void TCIMXMLParser::TStateQualifierDeclaration::StartElement(TCIMXMLParser& pars
             parser.FatalError(kExpectedScope);
         }
         m_phase = kPhaseValues;
-        parser.PushState(new TStateScope(this), attributes);
+        parser.PushState(new (parser) TStateScope(this), attributes);
         return;
     case kPhaseValues:
         if (name == kValue) {
             m_valueSeen = true;
-            parser.PushState(new TStateValue(parser, &m_value, m_type), attributes);
+            parser.PushState(new (parser) TStateValue(parser, &m_value, m_type), attributes);
         } else if (name == kValueArray) {
             m_valueSeen = true;
-            parser.PushState(new TStateValueArray(&m_value, m_type, m_arraySize), attributes);
+            parser.PushState(new (parser) TStateValueArray(&m_value, m_type, m_arraySize),
+                             attributes);
         } else {
             parser.RejectElement(name);
         }

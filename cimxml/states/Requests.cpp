@@ -36,11 +36,11 @@ bool IsOneOf(const std::string& name, const char* const (&names)[kCount]) {
 void TCIMXMLParser::TStateMessage::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                 TAttributeMap& attributes) {
     if (name == kSimpleReq) {
-        parser.PushState(new TStateSimpleReq(), attributes);
+        parser.PushState(new (parser) TStateSimpleReq(), attributes);
     } else if (name == kMultiReq) {
-        parser.PushState(new TStateMultiReq(), attributes);
+        parser.PushState(new (parser) TStateMultiReq(), attributes);
     } else if (name == kSimpleRsp) {
-        parser.PushState(new TStateSimpleRsp(), attributes);
+        parser.PushState(new (parser) TStateSimpleRsp(), attributes);
     } else {
         parser.RejectElement(name);
     }
@@ -60,7 +60,7 @@ void TCIMXMLParser::TStateSimpleReq::StartElement(TCIMXMLParser& parser, const s
     if (name != kIMethodCall) {
         parser.RejectElement(name);
     }
-    parser.PushState(new TStateIMethodCall(), attributes);
+    parser.PushState(new (parser) TStateIMethodCall(), attributes);
 }
 
 // MULTIREQ: SIMPLEREQ, SIMPLEREQ+
@@ -75,7 +75,7 @@ void TCIMXMLParser::TStateMultiReq::StartElement(TCIMXMLParser& parser, const st
     if (m_phase < 2) {
         ++m_phase;
     }
-    parser.PushState(new TStateSimpleReq(), attributes);
+    parser.PushState(new (parser) TStateSimpleReq(), attributes);
 }
 
 void TCIMXMLParser::TStateMultiReq::EndElement(TCIMXMLParser& parser, const std::string&) {
@@ -90,9 +90,9 @@ void TCIMXMLParser::TStateIMethodCall::StartElement(TCIMXMLParser& parser, const
                                                     TAttributeMap& attributes) {
     if (m_phase == 0 && name == kLocalNamespacePath) {
         m_phase = 1;
-        parser.PushState(new TStateLocalNamespacePath(&m_namespace), attributes);
+        parser.PushState(new (parser) TStateLocalNamespacePath(&m_namespace), attributes);
     } else if (m_phase == 1 && name == kIParamValue) {
-        parser.PushState(new TStateIParamValue(), attributes);
+        parser.PushState(new (parser) TStateIParamValue(), attributes);
     } else if (m_phase >= 0 && m_phase <= 1) {
         parser.RejectElement(name);
     } else {

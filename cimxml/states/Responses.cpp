@@ -15,7 +15,7 @@ void TCIMXMLParser::TStateSimpleRsp::StartElement(TCIMXMLParser& parser, const s
     if (name != kIMethodResponse) {
         parser.RejectElement(name);
     }
-    parser.PushState(new TStateMethodResponse(), attributes);
+    parser.PushState(new (parser) TStateMethodResponse(), attributes);
 }
 
 // IMETHODRESPONSE: (IRETURNVALUE | ERROR)*
@@ -23,9 +23,9 @@ void TCIMXMLParser::TStateMethodResponse::StartElement(TCIMXMLParser& parser,
                                                        const std::string& name,
                                                        TAttributeMap& attributes) {
     if (name == kIReturnValue) {
-        parser.PushState(new TStateIReturnValue(), attributes);
+        parser.PushState(new (parser) TStateIReturnValue(), attributes);
     } else if (name == kError) {
-        parser.PushState(new TStateError(), attributes);
+        parser.PushState(new (parser) TStateError(), attributes);
     } else {
         parser.RejectElement(name);
     }
@@ -39,10 +39,10 @@ void TCIMXMLParser::TStateIReturnValue::StartElement(TCIMXMLParser& parser, cons
         m_object.Push(parser, name, attributes);
     } else if (m_phase == 0 && name == kValueNamedInstance) {
         m_phase = 1;
-        parser.PushState(new TStateValueNamedInstance(), attributes);
+        parser.PushState(new (parser) TStateValueNamedInstance(), attributes);
     } else if (m_phase == 0 && name == kQualifierDeclaration) {
         m_phase = 1;
-        parser.PushState(new TStateQualifierDeclaration(), attributes);
+        parser.PushState(new (parser) TStateQualifierDeclaration(), attributes);
     } else if (m_phase >= 0 && m_phase <= 1) {
         parser.RejectElement(name);
     } else {

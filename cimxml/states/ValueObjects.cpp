@@ -27,9 +27,9 @@ void TCIMXMLParser::TWrappedObject::Push(TCIMXMLParser& parser, const std::strin
                                          TAttributeMap& attributes) {
     m_isClass = name == kClass;
     if (m_isClass) {
-        parser.PushState(new TStateClass(&m_class), attributes);
+        parser.PushState(new (parser) TStateClass(&m_class), attributes);
     } else {
-        parser.PushState(new TStateInstance(&m_instance), attributes);
+        parser.PushState(new (parser) TStateInstance(&m_instance), attributes);
     }
 }
 
@@ -98,7 +98,7 @@ void TCIMXMLParser::TStateValueNamedObject::StartElement(TCIMXMLParser& parser,
         m_object.Push(parser, name, attributes);
     } else if (m_phase == 0 && name == kInstanceName) {
         m_phase = 1;
-        parser.PushState(new TStateInstanceName(&m_instanceName), attributes);
+        parser.PushState(new (parser) TStateInstanceName(&m_instanceName), attributes);
     } else if (m_phase >= 0 && m_phase <= 2) {
         parser.RejectElement(name);
     } else {
@@ -116,10 +116,11 @@ void TCIMXMLParser::TStateValueObjectWithPath::StartElement(TCIMXMLParser& parse
                                                             TAttributeMap& attributes) {
     if (m_phase == 0 && name == kClassPath) {
         m_phase = 1;
-        parser.PushState(new TStateClassPath(&m_host, &m_namespace, &m_className), attributes);
+        parser.PushState(new (parser) TStateClassPath(&m_host, &m_namespace, &m_className),
+                         attributes);
     } else if (m_phase == 0 && name == kInstancePath) {
         m_phase = 2;
-        parser.PushState(new TStateInstancePath(&m_host, &m_namespace, &m_instancePath),
+        parser.PushState(new (parser) TStateInstancePath(&m_host, &m_namespace, &m_instancePath),
                          attributes);
     } else if ((m_phase == 1 && name == kClass) || (m_phase == 2 && name == kInstance)) {
         m_phase = 3;
@@ -142,10 +143,11 @@ void TCIMXMLParser::TStateValueObjectWithLocalPath::StartElement(TCIMXMLParser& 
                                                                  TAttributeMap& attributes) {
     if (m_phase == 0 && name == kLocalClassPath) {
         m_phase = 1;
-        parser.PushState(new TStateLocalClassPath(&m_namespace, &m_className), attributes);
+        parser.PushState(new (parser) TStateLocalClassPath(&m_namespace, &m_className), attributes);
     } else if (m_phase == 0 && name == kLocalInstancePath) {
         m_phase = 2;
-        parser.PushState(new TStateLocalInstancePath(&m_namespace, &m_instancePath), attributes);
+        parser.PushState(new (parser) TStateLocalInstancePath(&m_namespace, &m_instancePath),
+                         attributes);
     } else if ((m_phase == 1 && name == kClass) || (m_phase == 2 && name == kInstance)) {
         m_phase = 3;
         m_object.Push(parser, name, attributes);
@@ -167,7 +169,7 @@ void TCIMXMLParser::TStateValueNamedInstance::StartElement(TCIMXMLParser& parser
                                                            TAttributeMap& attributes) {
     if (m_phase == 0 && name == kInstanceName) {
         m_phase = 1;
-        parser.PushState(new TStateInstanceName(&m_instanceName), attributes);
+        parser.PushState(new (parser) TStateInstanceName(&m_instanceName), attributes);
     } else if (m_phase == 1 && name == kInstance) {
         m_phase = 2;
         m_object.Push(parser, name, attributes);

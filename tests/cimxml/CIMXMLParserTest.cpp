@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -156,6 +157,26 @@ TEST(TCIMXMLParser, PopsAStateWhoseEndFails) {
     parser.StartElement("y", attributes);
     EXPECT_EQ(0, starts);
     EXPECT_EQ("3 CIM-XML Parser line 1:Unexpected element y\n", log.Text());
+}
+
+// States live in their parser's pool; a copy shares them, so the pool must last as long as the
+// last state, whichever parser holds it. The sanitizer build catches a pool that goes too soon.
+TEST(TCIMXMLParser, KeepsStatesSharedWithACopyAliveAfterTheOriginalIsGone) {
+    boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
+    int starts = 0;
+    TAttributeMap none;
+    auto original = std::make_unique<TCIMXMLParser>(cimNamespace);
+    original->PushState(new (*original) TScriptedState([] {}, [] {}, &starts), none);
+    TCIMXMLParser copy(*original);
+    TCIMXMLParser assigned(cimNamespace);
+    assigned.PushState(new (assigned) TScriptedState([] {}, [] {}, &starts), none);
+    assigned = *original;
+    original.reset();
+    TAttributeMap attributes;
+    copy.StartElement("x", attributes);
+    copy.EndElement("x");
+    assigned.EndElement("x");
+    EXPECT_EQ(1, starts);
 }
 
 TEST(TCIMXMLParser, ParseValueFallsBackToTheEpochForABadDateTimeAndLogsIt) {

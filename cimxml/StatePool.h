@@ -1,0 +1,81 @@
+// TStatePool: recycled memory for parse states and the counts of their shared handles.
+#pragma once
+
+#include <cstddef>
+
+namespace NQRN20 {
+
+// Every element pushes a parse state and pops it again, so a document allocates and frees the
+// same few sizes over and over. The pool keeps freed blocks on one list per size, so a push and
+// a pop each cost a few instructions instead of trips through the heap.
+//
+// States outlive their parser when a copy of the parser shares them, so the pool is not simply
+// owned: the parser detaches from it, and it frees itself once it is detached and every block it
+// handed out has come back. Like the parser, it is used by one thread at a time.
+class TStatePool {
+public:
+    TStatePool() = default;
+    TStatePool(const TStatePool&) = delete;
+    TStatePool& operator=(const TStatePool&) = delete;
+
+    void* Allocate(size_t size);
+    void Release(void* block, size_t size);
+    void Detach();
+
+private:
+    struct TFreeBlock {
+        TFreeBlock* m_next;
+    };
+    // Sizes are rounded up to the granule; larger blocks than the lists cover go to the heap.
+    static const size_t kGranule = 16;
+    static const size_t kListCount = 32;
+
+    ~TStatePool();
+    static size_t ListOf(size_t size) { return size == 0 ? 0 : (size - 1) / kGranule; }
+    void FreeIfUnused();
+
+    TFreeBlock* m_free[kListCount] = {};
+    size_t m_blocksOut = 0;
+    bool m_attached = true;
+};
+
+// The parser's hold on its pool. A copy of the parser gets a pool of its own; the states it
+// shares with the original keep theirs alive.
+class TStatePoolHandle {
+public:
+    TStatePoolHandle() : m_pool(new TStatePool) {}
+    TStatePoolHandle(const TStatePoolHandle&) : TStatePoolHandle() {}
+    TStatePoolHandle& operator=(const TStatePoolHandle&) { return *this; }
+    ~TStatePoolHandle() { m_pool->Detach(); }
+
+    TStatePool* Get() const { return m_pool; }
+
+private:
+    TStatePool* m_pool;
+};
+
+// Allocates the counts of the state handles from a pool.
+template <class T>
+struct TStateAllocator {
+    typedef T value_type;
+
+    explicit TStateAllocator(TStatePool* pool) : m_pool(pool) {}
+    template <class U>
+    TStateAllocator(const TStateAllocator<U>& other) : m_pool(other.m_pool) {}
+
+    T* allocate(size_t count) { return static_cast<T*>(m_pool->Allocate(count * sizeof(T))); }
+    void deallocate(T* block, size_t count) { m_pool->Release(block, count * sizeof(T)); }
+
+    template <class U>
+    bool operator==(const TStateAllocator<U>& other) const {
+        return m_pool == other.m_pool;
+    }
+    template <class U>
+    bool operator!=(const TStateAllocator<U>& other) const {
+        return m_pool != other.m_pool;
+    }
+
+    TStatePool* m_pool;
+};
+
+} // namespace NQRN20
