@@ -1,6 +1,8 @@
 // xmlbench: measures the tokenizer and the loaders against the reference XML parsers on the same
 // documents in one run, and prints one table of medians and ratios.
 #include "Anchors.h"
+#include "Counting.h"
+#include "Growth.h"
 #include "Harness.h"
 
 #include "cimxml/CIMXMLParser.h"
@@ -8,6 +10,7 @@
 #include "populator/NamespacePopulator.h"
 #include "tokenizer/XmlParser.h"
 
+#include <fcntl.h>
 #include <malloc.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,7 +39,7 @@ const char kUsage[] =
     "A DOCUMENT.gz beside a document is measured too. Default: the DMTF schema and instances\n"
     "of the shared corpus, or the bundled examples when the corpus is absent. --only limits the\n"
     "run to the measurements named (memchr, expat, libxml2, pugixml, gzread, tokenizer,\n"
-    "\"parse into namespace\", \"load file\", \"load file.gz\", one-shot).\n";
+    "\"parse into namespace\", \"load file\", \"load file.gz\", one-shot, growth).\n";
 // Re-executes the program to load the documents once in a fresh process.
 const char kOneShotFlag[] = "--one-shot";
 const char kSchemaKind[] = "schema";
@@ -54,32 +57,7 @@ const char kParse[] = "parse into namespace";
 const char kLoad[] = "load file";
 const char kLoadGzip[] = "load file.gz";
 const char kOneShot[] = "one-shot";
-
-class TCountingLogger : public ILogger {
-public:
-    void Log(uint32_t, const std::string& text) override {
-        if (m_lines++ == 0) {
-            m_first = text;
-        }
-    }
-    uint64_t m_lines = 0;
-    std::string m_first;
-};
-
-// The tokenizer with callbacks that only count.
-class TCountingTokenizer : public TXmlParser {
-public:
-    void StartElement(const char*, TAttributeMap& attributes) override {
-        m_count += 1 + attributes.size();
-    }
-    void EndElement(const char*) override { ++m_count; }
-    void processingInstruction(const char*, const char*) override {}
-    void characters(const char*, uint32_t length) override { m_count += length; }
-    void notationDecl(const char*, const char*, const char*) override {}
-    void FatalError(const char*) override { m_failed = true; }
-    uint64_t m_count = 0;
-    bool m_failed = false;
-};
+const char kGrowth[] = "growth";
 
 struct TDocument {
     fs::path m_path;
@@ -190,6 +168,15 @@ struct TOneShot {
     uint64_t m_peakKib = 0;
 };
 
+std::vector<char*> ArgumentVector(std::vector<std::string>& arguments) {
+    std::vector<char*> argv;
+    for (std::string& argument : arguments) {
+        argv.push_back(argument.data());
+    }
+    argv.push_back(nullptr);
+    return argv;
+}
+
 // Runs the loads in a fresh process: this program again.
 TOneShot SpawnOneShot(const std::vector<TDocument>& documents) {
     std::vector<std::string> arguments{"xmlbench", kOneShotFlag};
@@ -197,11 +184,7 @@ TOneShot SpawnOneShot(const std::vector<TDocument>& documents) {
         arguments.push_back(document.m_schema ? kSchemaKind : kInstancesKind);
         arguments.push_back(document.m_path.string());
     }
-    std::vector<char*> argv;
-    for (std::string& argument : arguments) {
-        argv.push_back(argument.data());
-    }
-    argv.push_back(nullptr);
+    std::vector<char*> argv = ArgumentVector(arguments);
     int channel[2];
     if (pipe(channel) != 0) {
         return {};
@@ -230,6 +213,39 @@ TOneShot SpawnOneShot(const std::vector<TDocument>& documents) {
     }
     result.m_peakKib = peak;
     return result;
+}
+
+// The seconds the cimxml tool takes, from its start to its exit, to load the documents and
+// print its summary; 0 when it fails.
+double SpawnCimxml(const std::vector<TDocument>& documents) {
+    std::vector<std::string> arguments{"cimxml"};
+    bool instances = false;
+    for (const TDocument& document : documents) {
+        if (!document.m_schema && !instances) {
+            arguments.push_back("--instances");
+            instances = true;
+        }
+        arguments.push_back(document.m_path.string());
+    }
+    std::vector<char*> argv = ArgumentVector(arguments);
+    const auto start = std::chrono::steady_clock::now();
+    const pid_t child = fork();
+    if (child == 0) {
+        const int null = open("/dev/null", O_WRONLY);
+        dup2(null, STDOUT_FILENO);
+        dup2(null, STDERR_FILENO);
+        execv(XMLPARSER_CIMXML_TOOL, argv.data());
+        _exit(127);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    const double seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+        std::fprintf(stderr, "xmlbench: cimxml failed\n");
+        return 0;
+    }
+    return seconds;
 }
 
 class TBench {
@@ -381,6 +397,46 @@ std::vector<TCheck> Targets(const std::vector<TResult>& results,
     return checks;
 }
 
+// One whole load of every document in a fresh process, beside the same loads in a warm one.
+struct TFreshFigures {
+    double m_documentsMb = 0;
+    double m_loadMbps = 0;   // the library's loads, timed inside the fresh process
+    double m_cimxmlMbps = 0; // the cimxml tool, from its start to its exit
+    double m_warmMbps = 0;   // the loads of the files in this process, one after the other
+    uint64_t m_peakKib = 0;
+};
+
+TFreshFigures FreshFigures(const std::vector<TDocument>& documents,
+                           const std::vector<TResult>& results, const TOneShot& oneShot,
+                           double cimxmlSeconds) {
+    TFreshFigures figures;
+    double warmSeconds = 0;
+    for (const TDocument& document : documents) {
+        figures.m_documentsMb += double(document.Size()) / 1e6;
+        const double load = Find(results, document.m_name, kLoad);
+        warmSeconds += load > 0 ? double(document.Size()) / 1e6 / load : 0;
+    }
+    const auto rate = [&](double seconds) {
+        return seconds > 0 ? figures.m_documentsMb / seconds : 0;
+    };
+    figures.m_loadMbps = rate(oneShot.m_seconds);
+    figures.m_cimxmlMbps = rate(cimxmlSeconds);
+    figures.m_warmMbps = rate(warmSeconds);
+    figures.m_peakKib = oneShot.m_peakKib;
+    return figures;
+}
+
+void PrintFresh(const TFreshFigures& figures) {
+    std::printf("\nall %.1f MB of documents loaded into one namespace (median of %d):\n",
+                figures.m_documentsMb, kOneShotRuns);
+    std::printf("  %-48s %6.0f MB/s, peak resident %.1f MB\n",
+                "one-shot, library loads in a fresh process", figures.m_loadMbps,
+                double(figures.m_peakKib) * 1024 / 1e6);
+    std::printf("  %-48s %6.0f MB/s\n", "one-shot, cimxml from start to exit",
+                figures.m_cimxmlMbps);
+    std::printf("  %-48s %6.0f MB/s\n", "warm, load file in this process", figures.m_warmMbps);
+}
+
 struct TOptions {
     std::string m_json;
     std::string m_only;
@@ -435,18 +491,17 @@ int main(int argc, char** argv) {
     }
     TOneShot oneShot;
     std::vector<double> oneShotSeconds;
+    std::vector<double> cimxmlSeconds;
     for (int run = 0; run < kOneShotRuns && Selected(options.m_only, kOneShot); ++run) {
         const TOneShot result = SpawnOneShot(documents);
         oneShotSeconds.push_back(result.m_seconds);
         oneShot.m_peakKib = std::max(oneShot.m_peakKib, result.m_peakKib);
+        cimxmlSeconds.push_back(SpawnCimxml(documents));
     }
     oneShot.m_seconds = Median(oneShotSeconds);
-    uint64_t plainBytes = 0;
-    for (const TDocument& document : documents) {
-        plainBytes += document.Size();
-    }
-    const double oneShotMbps =
-        oneShot.m_seconds > 0 ? double(plainBytes) / oneShot.m_seconds / 1e6 : 0;
+    const std::vector<TGrowth> growth = Selected(options.m_only, kGrowth)
+                                            ? MeasureGrowth(options.m_timing)
+                                            : std::vector<TGrowth>();
 
     const std::vector<std::string> references{kMemchr, kExpat, kLibxml2, kPugixml, kGzread};
     const std::vector<TResult>& results = bench.Results();
@@ -454,27 +509,33 @@ int main(int argc, char** argv) {
                 "bytes); /X is the ratio to X on the same document\n\n",
                 options.m_timing.m_runs, options.m_timing.m_minSeconds);
     PrintTable(results, references);
+    const TFreshFigures fresh = FreshFigures(documents, results, oneShot, Median(cimxmlSeconds));
     if (oneShot.m_peakKib > 0) {
-        std::printf(
-            "\none-shot load of all documents in a fresh process (median of %d): %.0f MB/s, "
-            "peak resident %.1f MB for %.1f MB of documents\n",
-            kOneShotRuns, oneShotMbps, double(oneShot.m_peakKib) * 1024 / 1e6,
-            double(plainBytes) / 1e6);
+        PrintFresh(fresh);
     }
+    PrintGrowth(growth);
     if (bench.LoggedLines() > 0) {
         std::printf("the loads logged %llu lines, the first: %s\n",
                     static_cast<unsigned long long>(bench.LoggedLines()),
                     bench.FirstLogged().c_str());
     }
     std::printf("\ntargets:\n");
-    const std::vector<TCheck> checks = Targets(results, documents, oneShot);
+    std::vector<TCheck> checks = Targets(results, documents, oneShot);
+    AddGrowthChecks(growth, checks);
     PrintChecks(checks);
     if (!options.m_json.empty()) {
-        WriteJson(options.m_json, results, references, checks,
-                  {{"one_shot_mbps", oneShotMbps},
-                   {"one_shot_seconds", oneShot.m_seconds},
-                   {"peak_resident_mb", double(oneShot.m_peakKib) * 1024 / 1e6},
-                   {"documents_mb", double(plainBytes) / 1e6}});
+        std::vector<std::pair<std::string, double>> figures{
+            {"one_shot_mbps", fresh.m_loadMbps},
+            {"one_shot_seconds", oneShot.m_seconds},
+            {"cimxml_one_shot_mbps", fresh.m_cimxmlMbps},
+            {"warm_load_mbps", fresh.m_warmMbps},
+            {"peak_resident_mb", double(oneShot.m_peakKib) * 1024 / 1e6},
+            {"documents_mb", fresh.m_documentsMb}};
+        for (const TGrowth& row : growth) {
+            figures.push_back({row.m_what + " at " + row.m_small, row.m_smallCost});
+            figures.push_back({row.m_what + " at " + row.m_large, row.m_largeCost});
+        }
+        WriteJson(options.m_json, results, references, checks, figures);
     }
     ReleaseAnchors();
     return 0;
