@@ -3,24 +3,28 @@
 
 #include <boost/make_shared.hpp>
 
+#include <algorithm>
 #include <charconv>
 
 namespace NQRN20 {
 
 namespace {
 
-// Length-prefixed, so no text inside a part can imitate a separator. Parts are appended in place:
-// every committed instance builds one such text.
-void AppendPart(std::string& out, const char* data, size_t size) {
+// Marks a null value where a non-null one would start with a digit.
+const char kNullMark = '~';
+
+// A number, then a colon. Appended in place: every committed instance builds one key text.
+void AppendNumber(std::string& out, size_t number) {
     char digits[24];
-    const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, size);
-    out.append(digits, end.ptr);
-    out += ':';
-    out.append(data, size);
+    char* end = std::to_chars(digits, digits + sizeof digits - 1, number).ptr;
+    *end++ = ':';
+    out.append(digits, size_t(end - digits));
 }
 
+// Length-prefixed, so no text inside a part can imitate what follows it.
 void AppendPart(std::string& out, const std::string& part) {
-    AppendPart(out, part.data(), part.size());
+    AppendNumber(out, part.size());
+    out.append(part);
 }
 
 void AppendLoweredPart(std::string& out, const std::string& part) {
@@ -30,28 +34,39 @@ void AppendLoweredPart(std::string& out, const std::string& part) {
     }
 }
 
+typedef std::pair<const std::string, TCIMValue> TKeyBinding;
+
+bool LessNoCase(const TKeyBinding* a, const TKeyBinding* b) {
+    const std::string& x = a->first;
+    const std::string& y = b->first;
+    return std::lexicographical_compare(x.begin(), x.end(), y.begin(), y.end(), [](char c, char d) {
+        return LowerAscii(c) < LowerAscii(d);
+    });
+}
+
 // Equal key values give equal texts: names and references compare regardless of letter case.
+// A text reads back one way only (a type byte; then a null mark, one part, or a reference's
+// parts and its key count), so the texts of several keys in a row cannot run into each other.
 void AppendKeyValue(std::string& out, const TCIMValue& value) {
-    char type[8];
-    const std::to_chars_result typeEnd =
-        std::to_chars(type, type + sizeof type, static_cast<unsigned>(value.GetType()));
-    AppendPart(out, type, size_t(typeEnd.ptr - type));
+    out += static_cast<char>(value.GetType());
     if (value.IsNull()) {
-        AppendPart(out, "null", 4);
+        out += kNullMark;
     } else if (value.GetType() == kCIMTypeReference) {
-        const TCIMReference reference = value;
+        const TCIMReference& reference = TValueAccess::Reference(value);
         AppendLoweredPart(out, reference.GetHost());
         AppendLoweredPart(out, reference.GetNamespaceName());
         AppendLoweredPart(out, reference.GetClassName());
-        std::map<std::string, const TCIMValue*> keys;
-        for (const auto& key : reference.GetKeys()) {
-            keys[LowerAscii(key.first)] = &key.second;
+        // The map orders names by spelling; equal keys need an order regardless of case.
+        std::vector<const TKeyBinding*> keys;
+        keys.reserve(reference.GetKeys().size());
+        for (const TKeyBinding& key : reference.GetKeys()) {
+            keys.push_back(&key);
         }
-        for (const auto& key : keys) {
-            AppendPart(out, key.first);
-            std::string nested;
-            AppendKeyValue(nested, *key.second);
-            AppendPart(out, nested);
+        std::sort(keys.begin(), keys.end(), LessNoCase);
+        AppendNumber(out, keys.size());
+        for (const TKeyBinding* key : keys) {
+            AppendLoweredPart(out, key->first);
+            AppendKeyValue(out, key->second);
         }
     } else if (value.GetType() == kCIMTypeString) {
         AppendPart(out, value.GetString());
@@ -60,16 +75,30 @@ void AppendKeyValue(std::string& out, const TCIMValue& value) {
     }
 }
 
+// What GetProperty and EnumProperties hand out: it reads the instance it keeps alive, so it always
+// shows the current value.
+class TMemoryProperty : public ICIMProperty {
+public:
+    TMemoryProperty(const boost::shared_ptr<const TMemoryInstance>& instance, size_t index)
+        : m_instance(instance), m_index(index) {}
+    TCIMValue::TCIMType GetType(TCIMOptions) override {
+        return m_instance->Declaration(m_index).Value().GetType();
+    }
+    const std::string& GetName(TCIMOptions) override {
+        return m_instance->Declaration(m_index).Name();
+    }
+    const TCIMValue& GetValue(TCIMOptions) override { return m_instance->Value(m_index); }
+
+private:
+    boost::shared_ptr<const TMemoryInstance> m_instance;
+    size_t m_index;
+};
+
 } // namespace
 
 TMemoryInstance::TMemoryInstance(const boost::shared_ptr<TMemoryClass>& cimClass,
                                  const boost::weak_ptr<TMemoryNamespaceImpl>& owner)
-    : m_class(cimClass), m_owner(owner) {
-    for (const boost::shared_ptr<TMemoryPropertyDecl>& decl : cimClass->Properties().All()) {
-        // One block for the property and its count: an instance makes one per class property.
-        m_properties.push_back(boost::make_shared<TMemoryProperty>(decl));
-    }
-}
+    : m_class(cimClass), m_owner(owner), m_slots(cimClass->Properties().All().size(), 0) {}
 
 void TMemoryInstance::Commit(TCIMOptions) {
     if (m_committed) {
@@ -79,7 +108,7 @@ void TMemoryInstance::Commit(TCIMOptions) {
 }
 
 boost::shared_ptr<ICIMProperty> TMemoryInstance::GetProperty(const std::string& name, TCIMOptions) {
-    return Find(name);
+    return boost::make_shared<TMemoryProperty>(shared_from_this(), IndexOf(name));
 }
 
 void TMemoryInstance::SetPropertyValue(const std::string& name, const TCIMValue& value,
@@ -87,30 +116,56 @@ void TMemoryInstance::SetPropertyValue(const std::string& name, const TCIMValue&
     if (m_committed) {
         throw TQRNException(kQRNStatusReadOnly);
     }
-    const boost::shared_ptr<TMemoryProperty> property = Find(name);
-    const TCIMValue::TCIMType declared = property->GetType(TCIMOptions());
+    const size_t index = IndexOf(name);
+    const TCIMValue::TCIMType declared = Declaration(index).Value().GetType();
     if (value.GetType() == kCIMTypeNone && value.IsNull()) {
-        property->SetValue(TCIMValue(declared, 0));
+        Store(index, TCIMValue(declared, 0));
     } else if (value.GetType() != declared) {
         throw TQRNException(kQRNStatusTypeMismatch);
     } else {
-        property->SetValue(value);
+        Store(index, value);
     }
 }
 
-boost::shared_ptr<TMemoryProperty> TMemoryInstance::Find(const std::string& name) const {
+void TMemoryInstance::EnumProperties(TEnumCallback<ICIMProperty> callback, TCIMOptions) {
+    if (!callback) {
+        throw TQRNException(kQRNStatusInvalidArgument);
+    }
+    const boost::shared_ptr<const TMemoryInstance> self = shared_from_this();
+    for (size_t index = 0; index < m_slots.size(); ++index) {
+        if (!callback(boost::make_shared<TMemoryProperty>(self, index))) {
+            return;
+        }
+    }
+}
+
+size_t TMemoryInstance::IndexOf(const std::string& name) const {
     const size_t index = m_class->Properties().IndexOf(name);
-    if (index == m_properties.size()) {
+    if (index == m_slots.size()) {
         throw TQRNException(kQRNStatusNotFound);
     }
-    return m_properties[index];
+    return index;
+}
+
+void TMemoryInstance::Store(size_t index, const TCIMValue& value) {
+    uint32_t& slot = m_slots[index];
+    if (slot == 0) {
+        // Room for every property at once: growing step by step would move the values each time.
+        if (m_values.empty()) {
+            m_values.reserve(m_slots.size());
+        }
+        m_values.push_back(value);
+        slot = static_cast<uint32_t>(m_values.size());
+    } else {
+        m_values[slot - 1] = value;
+    }
 }
 
 std::string TMemoryInstance::KeyText() const {
     std::string text;
     for (size_t index : m_class->KeyProperties()) {
-        AppendLoweredPart(text, m_properties[index]->GetName(TCIMOptions()));
-        AppendKeyValue(text, m_properties[index]->Value());
+        AppendLoweredPart(text, Declaration(index).Name());
+        AppendKeyValue(text, Value(index));
     }
     return text;
 }

@@ -27,6 +27,15 @@ class TMemoryNamespaceImpl;
 
 typedef std::vector<boost::shared_ptr<ICIMQualifier>> TQualifierList;
 
+// Reads inside a value without copying what it holds.
+class TValueAccess {
+public:
+    // Only for a non-null scalar reference.
+    static const TCIMReference& Reference(const TCIMValue& value) {
+        return *std::get<std::shared_ptr<const TCIMReference>>(value.m_scalar);
+    }
+};
+
 // Calls back for each element until the callback asks to stop.
 template <class TInterface, class TElement>
 void Enumerate(const std::vector<boost::shared_ptr<TElement>>& elements,
@@ -297,25 +306,6 @@ struct TClassDeleter {
     void operator()(TMemoryClass* cimClass) const;
 };
 
-// An instance has one for every property of its class, so each takes its name from the
-// declaration it keeps rather than holding a copy.
-class TMemoryProperty : public ICIMProperty {
-public:
-    explicit TMemoryProperty(const boost::shared_ptr<TMemoryPropertyDecl>& decl)
-        : m_decl(decl), m_type(decl->Value().GetType()), m_value(decl->Value()) {}
-    TCIMValue::TCIMType GetType(TCIMOptions) override { return m_type; }
-    const std::string& GetName(TCIMOptions) override { return m_decl->Name(); }
-    const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
-
-    const TCIMValue& Value() const { return m_value; }
-    void SetValue(const TCIMValue& value) { m_value = value; }
-
-private:
-    boost::shared_ptr<TMemoryPropertyDecl> m_decl;
-    TCIMValue::TCIMType m_type;
-    TCIMValue m_value;
-};
-
 class TMemoryInstance : public ICIMInstance,
                         public boost::enable_shared_from_this<TMemoryInstance> {
 public:
@@ -325,22 +315,34 @@ public:
     boost::shared_ptr<ICIMClass> GetClass(TCIMOptions) override { return m_class; }
     boost::shared_ptr<ICIMProperty> GetProperty(const std::string& name, TCIMOptions) override;
     void SetPropertyValue(const std::string& name, const TCIMValue& value, TCIMOptions) override;
-    void EnumProperties(TEnumCallback<ICIMProperty> callback, TCIMOptions) override {
-        Enumerate(m_properties, callback);
-    }
+    void EnumProperties(TEnumCallback<ICIMProperty> callback, TCIMOptions) override;
 
     const TMemoryClass* Class() const { return m_class.get(); }
     // Called under the namespace's lock.
     void MarkCommitted() { m_committed = true; }
+    const TMemoryPropertyDecl& Declaration(size_t index) const {
+        return *m_class->Properties().All()[index];
+    }
+    // The value set last, else the declared default. The reference is good until the next
+    // SetPropertyValue, which may replace or move it; a committed instance no longer changes.
+    const TCIMValue& Value(size_t index) const {
+        const uint32_t slot = m_slots[index];
+        return slot == 0 ? Declaration(index).Value() : m_values[slot - 1];
+    }
 
 private:
-    boost::shared_ptr<TMemoryProperty> Find(const std::string& name) const;
+    size_t IndexOf(const std::string& name) const;
+    void Store(size_t index, const TCIMValue& value);
     // Identifies the key values; empty when the class has no key property.
     std::string KeyText() const;
 
     boost::shared_ptr<TMemoryClass> m_class;
     boost::weak_ptr<TMemoryNamespaceImpl> m_owner;
-    std::vector<boost::shared_ptr<TMemoryProperty>> m_properties;
+    // Only the values set are kept, in set order, so an instance does not copy every default;
+    // the others read the declaration. Per class property: 0 when unset, else the position in
+    // m_values plus one.
+    std::vector<uint32_t> m_slots;
+    std::vector<TCIMValue> m_values;
     bool m_committed = false;
 };
 

@@ -122,6 +122,7 @@ public:
     const TCIMDateTime& GetDateTime() const;
 
 private:
+    friend class TValueAccess;
     using TScalar = std::variant<std::monostate, bool, uint64_t, int64_t, double, std::string,
                                  TCIMDateTime, std::shared_ptr<const TCIMReference>>;
 

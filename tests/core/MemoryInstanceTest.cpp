@@ -85,6 +85,79 @@ TEST(TMemoryInstance, SetPropertyValueChecksNameAndType) {
     EXPECT_EQ(kQRNStatusAlreadyExists, StatusOf([&] { instance->Commit({}); }));
 }
 
+TEST(TMemoryInstance, EachPropertyReadsTheValueSetLastOrItsDefault) {
+    typedef std::vector<std::pair<std::string, TCIMValue>> TValues;
+    const TCIMValue null;
+    const struct {
+        const char* situation;
+        TValues values;
+        TNames texts; // A to E; "" for null
+    } cases[] = {
+        {"none set", {}, {"", "", "3", "", ""}},
+        {"default replaced", {{"C", Text(kCIMTypeUint8, "9")}}, {"", "", "9", "", ""}},
+        {"default nulled", {{"C", null}}, {"", "", "", "", ""}},
+        {"set against class order, one twice",
+         {{"E", Text(kCIMTypeUint8, "5")},
+          {"A", Text(kCIMTypeUint8, "1")},
+          {"e", Text(kCIMTypeUint8, "6")}},
+         {"1", "", "3", "", "6"}},
+        {"all set",
+         {{"D", Text(kCIMTypeUint8, "4")},
+          {"C", Text(kCIMTypeUint8, "30")},
+          {"B", Text(kCIMTypeUint8, "2")},
+          {"E", Text(kCIMTypeUint8, "5")},
+          {"A", Text(kCIMTypeUint8, "1")}},
+         {"1", "2", "30", "4", "5"}},
+    };
+    auto ns = MakeNamespace();
+    MakeClass(ns, "EX_Five", "",
+              {{"A", kCIMTypeUint8, "", false},
+               {"B", kCIMTypeUint8, "", false},
+               {"C", kCIMTypeUint8, "3", false},
+               {"D", kCIMTypeUint8, "", false},
+               {"E", kCIMTypeUint8, "", false}});
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.situation);
+        auto instance = Instance(ns, "EX_Five", c.values);
+        TNames texts;
+        for (const auto& property : Properties(instance)) {
+            texts.push_back(property->GetValue({}).ToString());
+            EXPECT_EQ(kCIMTypeUint8, ECIMType(property->GetValue({}).GetType()));
+        }
+        EXPECT_EQ(c.texts, texts);
+        EXPECT_EQ(c.texts[2], instance->GetProperty("c", {})->GetValue({}).ToString());
+    }
+}
+
+TEST(TMemoryInstance, PropertyHandlesShowLaterValuesAndKeepTheInstance) {
+    auto ns = MakeNamespace();
+    MakeClass(ns, "EX_Pair", "",
+              {{"A", kCIMTypeString, "a", false}, {"B", kCIMTypeString, "", false}});
+    auto instance = ns->GetClass("EX_Pair", {})->CreateInstance({});
+    auto a = instance->GetProperty("A", {});
+    const auto enumerated = Properties(instance);
+    instance->SetPropertyValue("B", Text(kCIMTypeString, "b"), {});
+    instance->SetPropertyValue("A", Text(kCIMTypeString, "a2"), {});
+    EXPECT_EQ("a2", a->GetValue({}).ToString());
+    EXPECT_EQ("b", enumerated[1]->GetValue({}).ToString());
+
+    std::vector<boost::shared_ptr<ICIMProperty>> first;
+    instance->EnumProperties(
+        [&first](boost::shared_ptr<ICIMProperty> property) {
+            first.push_back(property);
+            return false;
+        },
+        {});
+    EXPECT_EQ(1u, first.size());
+    EXPECT_EQ(kQRNStatusInvalidArgument,
+              StatusOf([&] { instance->EnumProperties(TEnumCallback<ICIMProperty>(), {}); }));
+
+    instance.reset();
+    ns.reset();
+    EXPECT_EQ("A", a->GetName({}));
+    EXPECT_EQ("a2", a->GetValue({}).ToString());
+}
+
 // Schema: EX_Named (Name key), EX_Pair (A and B keys, Note), EX_Sub overriding Name without Key,
 // EX_Keyless (Note only), EX_Link (Target reference key).
 boost::shared_ptr<ICIMNamespace> KeySchema() {
@@ -121,6 +194,12 @@ TEST(TMemoryInstance, CommitRefusesASecondInstanceWithTheSameKeys) {
          "EX_Named",
          {{"Name", x}},
          kQRNStatusAlreadyExists},
+        {"key set twice, the last counts",
+         "EX_Named",
+         {{"Name", x}},
+         "EX_Named",
+         {{"Name", Text(kCIMTypeString, "y")}, {"Name", x}},
+         kQRNStatusAlreadyExists},
         {"key differing in case",
          "EX_Named",
          {{"Name", x}},
@@ -152,6 +231,12 @@ TEST(TMemoryInstance, CommitRefusesASecondInstanceWithTheSameKeys) {
          {{"Name", x}},
          kQRNStatusOK},
         {"null keys", "EX_Named", {}, "EX_Named", {}, kQRNStatusAlreadyExists},
+        {"null key and the text null",
+         "EX_Named",
+         {},
+         "EX_Named",
+         {{"Name", Text(kCIMTypeString, "null")}},
+         kQRNStatusOK},
         {"class without keys",
          "EX_Keyless",
          {{"Note", x}},
@@ -164,6 +249,18 @@ TEST(TMemoryInstance, CommitRefusesASecondInstanceWithTheSameKeys) {
          "EX_Link",
          {{"Target", Text(kCIMTypeReference, "ex_named.NAME=\"x\"")}},
          kQRNStatusAlreadyExists},
+        {"reference keys whose names' case changes their order",
+         "EX_Link",
+         {{"Target", Text(kCIMTypeReference, "EX_Pair.a=1,B=2")}},
+         "EX_Link",
+         {{"Target", Text(kCIMTypeReference, "EX_Pair.b=2,A=1")}},
+         kQRNStatusAlreadyExists},
+        {"reference with a key more",
+         "EX_Link",
+         {{"Target", Text(kCIMTypeReference, "EX_Pair.A=1")}},
+         "EX_Link",
+         {{"Target", Text(kCIMTypeReference, "EX_Pair.A=1,B=2")}},
+         kQRNStatusOK},
         {"reference keys differing in value",
          "EX_Link",
          {{"Target", Text(kCIMTypeReference, "EX_Named.Name=\"x\"")}},

@@ -154,6 +154,46 @@ TEST(TMemoryClass, SubclassInheritsAndOverridesPropertiesInDeclarationOrder) {
     EXPECT_EQ(kCIMTypeBoolean, ECIMType(sub->GetPropertyDecl("c", {})->GetType({})));
 }
 
+// Enough members that the name index grows several times, with overrides spelled otherwise.
+TEST(TMemoryClass, ManyPropertiesKeepTheirPlacesAndAreFoundInAnyCase) {
+    auto ns = MakeNamespace();
+    std::vector<test::TPropertyDef> baseDefs;
+    for (int i = 0; i < 40; ++i) {
+        baseDefs.push_back({"P" + std::to_string(i), kCIMTypeUint32, std::to_string(i), false});
+    }
+    MakeClass(ns, "EX_Base", "", baseDefs);
+    std::vector<test::TPropertyDef> subDefs;
+    for (int i = 0; i < 40; i += 7) {
+        subDefs.push_back(
+            {"p" + std::to_string(i), kCIMTypeUint32, std::to_string(100 + i), false});
+    }
+    for (int i = 0; i < 20; ++i) {
+        subDefs.push_back(
+            {"Q" + std::to_string(i), kCIMTypeUint32, std::to_string(200 + i), false});
+    }
+    auto sub = MakeClass(ns, "EX_Sub", "EX_Base", subDefs);
+
+    TNames names;
+    for (int i = 0; i < 40; ++i) {
+        names.push_back((i % 7 == 0 ? "p" : "P") + std::to_string(i));
+    }
+    for (int i = 0; i < 20; ++i) {
+        names.push_back("Q" + std::to_string(i));
+    }
+    EXPECT_EQ(names, Names(PropertyDecls(sub)));
+    auto instance = sub->CreateInstance({});
+    for (int i = 0; i < 40; ++i) {
+        const std::string name = "P" + std::to_string(i);
+        SCOPED_TRACE(name);
+        EXPECT_EQ(std::to_string(i % 7 == 0 ? 100 + i : i),
+                  sub->GetPropertyDecl(name, {})->GetValue({}).ToString());
+        instance->SetPropertyValue("p" + std::to_string(i), Text(kCIMTypeUint32, "7"), {});
+    }
+    EXPECT_EQ("219", instance->GetProperty("q19", {})->GetValue({}).ToString());
+    EXPECT_EQ("7", instance->GetProperty("P39", {})->GetValue({}).ToString());
+    EXPECT_EQ(kQRNStatusNotFound, StatusOf([&] { sub->GetPropertyDecl("P40", {}); }));
+}
+
 TEST(TMemoryClass, MethodsAndParametersKeepTheirOrderAndInherit) {
     auto ns = MakeNamespace();
     auto base = ns->CreateClass("EX_Base", nullptr, {});
