@@ -47,6 +47,7 @@ TMemoryQualifier::TMemoryQualifier(const boost::shared_ptr<ICIMQualifierDecl>& d
 }
 
 void TQualifierSet::Inherit(const TQualifierList& effective) {
+    m_inherited.reserve(effective.size());
     for (const boost::shared_ptr<ICIMQualifier>& qualifier : effective) {
         if (qualifier->GetFlavor(TCIMOptions()) & ICIMQualifierDecl::kFlavorToSubclass) {
             m_inherited.push_back(qualifier);
@@ -61,6 +62,10 @@ void TQualifierSet::Add(const boost::shared_ptr<ICIMQualifier>& qualifier) {
             own = qualifier;
             return;
         }
+    }
+    // Elements mostly carry a few qualifiers: one block then, rather than one per growth step.
+    if (m_own.empty()) {
+        m_own.reserve(4);
     }
     m_own.push_back(qualifier);
 }
@@ -165,6 +170,9 @@ void TMemoryPropertyDecl::Commit(TCIMOptions) {
     if (m_committed) {
         throw TQRNException(kQRNStatusAlreadyExists);
     }
+    // The qualifiers are fixed from here on, and every subclass's commit asks again.
+    const boost::shared_ptr<ICIMQualifier> key = m_qualifiers.Find("Key");
+    m_key = key && static_cast<bool>(key->GetValue(TCIMOptions()));
     LockOwner(m_owner)->AddPropertyDecl(shared_from_this());
     m_committed = true;
 }
@@ -172,11 +180,6 @@ void TMemoryPropertyDecl::Commit(TCIMOptions) {
 void TMemoryPropertyDecl::SetValue(const TCIMValue& value, TCIMOptions) {
     CheckWritable();
     m_value = value;
-}
-
-bool TMemoryPropertyDecl::IsKey() const {
-    const boost::shared_ptr<ICIMQualifier> key = m_qualifiers.Find("Key");
-    return key && static_cast<bool>(key->GetValue(TCIMOptions()));
 }
 
 } // namespace NQRN20

@@ -10,6 +10,7 @@
 #include <boost/shared_ptr.hpp>
 #include <boost/weak_ptr.hpp>
 
+#include <algorithm>
 #include <atomic>
 #include <map>
 #include <mutex>
@@ -50,34 +51,57 @@ void Enumerate(const std::vector<boost::shared_ptr<TElement>>& elements,
     }
 }
 
-// Named members in order, found by name regardless of letter case.
+// Named members in order, found by name regardless of letter case. Each class holds a copy of its
+// superclass's table, so the index is a flat array that copies as one block.
 template <class T>
 class TMemberTable {
 public:
     // Appends, or replaces a member of the same name where it stands.
     void Put(const boost::shared_ptr<T>& member) {
-        const auto found = m_index.find(member->Name());
-        if (found != m_index.end()) {
-            m_members[found->second] = member;
+        if (2 * (m_members.size() + 1) > m_slots.size()) {
+            Rehash(std::max<size_t>(16, 2 * m_slots.size()));
+        }
+        uint32_t& slot = m_slots[Probe(member->Name())];
+        if (slot != 0) {
+            m_members[slot - 1] = member;
         } else {
-            m_index.emplace(member->Name(), m_members.size());
             m_members.push_back(member);
+            slot = static_cast<uint32_t>(m_members.size());
         }
     }
     boost::shared_ptr<T> Find(const std::string& name) const {
-        const auto found = m_index.find(name);
-        return found == m_index.end() ? boost::shared_ptr<T>() : m_members[found->second];
+        const size_t index = IndexOf(name);
+        return index == m_members.size() ? boost::shared_ptr<T>() : m_members[index];
     }
     // The position of a member, or the member count when absent.
     size_t IndexOf(const std::string& name) const {
-        const auto found = m_index.find(name);
-        return found == m_index.end() ? m_members.size() : found->second;
+        const uint32_t slot = m_slots.empty() ? 0 : m_slots[Probe(name)];
+        return slot == 0 ? m_members.size() : slot - 1;
     }
     const std::vector<boost::shared_ptr<T>>& All() const { return m_members; }
 
 private:
+    // The slot of the member of that name, or the empty slot where it would go. The slots are at
+    // most half full, so an empty one is never far.
+    size_t Probe(const std::string& name) const {
+        const size_t mask = m_slots.size() - 1;
+        for (size_t i = THashNoCase()(name) & mask;; i = (i + 1) & mask) {
+            const uint32_t slot = m_slots[i];
+            if (slot == 0 || EqualNoCase(m_members[slot - 1]->Name(), name)) {
+                return i;
+            }
+        }
+    }
+    void Rehash(size_t size) {
+        m_slots.assign(size, 0);
+        for (size_t i = 0; i < m_members.size(); ++i) {
+            m_slots[Probe(m_members[i]->Name())] = static_cast<uint32_t>(i + 1);
+        }
+    }
+
     std::vector<boost::shared_ptr<T>> m_members;
-    std::unordered_map<std::string, size_t, THashNoCase, TEqualNoCase> m_index;
+    // Empty or a power of two in size; 0 for an empty slot, else a member's position plus one.
+    std::vector<uint32_t> m_slots;
 };
 
 class TMemoryQualifierDecl : public ICIMQualifierDecl,
@@ -238,13 +262,15 @@ public:
     const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
 
     const TCIMValue& Value() const { return m_value; }
-    bool IsKey() const;
+    // Valid once committed.
+    bool IsKey() const { return m_key; }
 
 private:
     bool IsCommitted() const override { return m_committed; }
 
     boost::weak_ptr<TMemoryClass> m_owner;
     TCIMValue m_value;
+    bool m_key = false;
     bool m_committed = false;
 };
 

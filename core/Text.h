@@ -19,11 +19,13 @@ inline std::string LowerAscii(std::string text) {
     return text;
 }
 
-inline bool EqualNoCase(const std::string& a, const std::string& b) {
-    if (a.size() != b.size()) {
-        return false;
+// Two texts of the given size. Most names arrive in the spelling they were declared with, so a
+// plain comparison settles most calls before the letter case is looked at.
+inline bool EqualNoCase(const char* a, const char* b, std::size_t size) {
+    if (std::memcmp(a, b, size) == 0) {
+        return true;
     }
-    for (std::string::size_type i = 0; i < a.size(); ++i) {
+    for (std::size_t i = 0; i < size; ++i) {
         if (LowerAscii(a[i]) != LowerAscii(b[i])) {
             return false;
         }
@@ -31,15 +33,14 @@ inline bool EqualNoCase(const std::string& a, const std::string& b) {
     return true;
 }
 
+inline bool EqualNoCase(const std::string& a, const std::string& b) {
+    return a.size() == b.size() && EqualNoCase(a.data(), b.data(), a.size());
+}
+
 // The same against a literal, without making a string of it first.
 inline bool EqualNoCase(const std::string& a, const char* b) {
-    std::string::size_type i = 0;
-    for (; i < a.size(); ++i) {
-        if (b[i] == 0 || LowerAscii(a[i]) != LowerAscii(b[i])) {
-            return false;
-        }
-    }
-    return b[i] == 0;
+    const std::size_t size = std::strlen(b);
+    return a.size() == size && EqualNoCase(a.data(), b, size);
 }
 
 inline bool IsXmlSpace(char c) {
@@ -80,10 +81,6 @@ struct THashNoCase {
         }
         return static_cast<size_t>(hash ^ (hash >> 29));
     }
-};
-
-struct TEqualNoCase {
-    bool operator()(const std::string& a, const std::string& b) const { return EqualNoCase(a, b); }
 };
 
 } // namespace NQRN20

@@ -13,6 +13,53 @@ const char* const kTypeNames[] = {"",       "boolean", "string",   "char16",   "
                                   "real32", "real64",  "datetime", "reference"};
 constexpr unsigned kTypeNameCount = sizeof kTypeNames / sizeof kTypeNames[0];
 
+constexpr unsigned FirstAndLast(char first, char last) {
+    return static_cast<unsigned char>(first) << 8 | static_cast<unsigned char>(last);
+}
+
+// The one type name a TYPE attribute text can be: no two names share both their first and their
+// last letter. Documents carry one such text per property and qualifier, so the names are not
+// tried in turn.
+ECIMType CandidateType(const std::string& name) {
+    if (name.empty()) {
+        return kCIMTypeNone;
+    }
+    switch (FirstAndLast(LowerAscii(name.front()), LowerAscii(name.back()))) {
+    case FirstAndLast('b', 'n'):
+        return kCIMTypeBoolean;
+    case FirstAndLast('s', 'g'):
+        return kCIMTypeString;
+    case FirstAndLast('c', '6'):
+        return kCIMTypeChar16;
+    case FirstAndLast('u', '8'):
+        return kCIMTypeUint8;
+    case FirstAndLast('s', '8'):
+        return kCIMTypeSint8;
+    case FirstAndLast('u', '6'):
+        return kCIMTypeUint16;
+    case FirstAndLast('s', '6'):
+        return kCIMTypeSint16;
+    case FirstAndLast('u', '2'):
+        return kCIMTypeUint32;
+    case FirstAndLast('s', '2'):
+        return kCIMTypeSint32;
+    case FirstAndLast('u', '4'):
+        return kCIMTypeUint64;
+    case FirstAndLast('s', '4'):
+        return kCIMTypeSint64;
+    case FirstAndLast('r', '2'):
+        return kCIMTypeReal32;
+    case FirstAndLast('r', '4'):
+        return kCIMTypeReal64;
+    case FirstAndLast('d', 'e'):
+        return kCIMTypeDateTime;
+    case FirstAndLast('r', 'e'):
+        return kCIMTypeReference;
+    default:
+        return kCIMTypeNone;
+    }
+}
+
 [[noreturn]] void Mismatch() {
     throw TQRNException(kQRNStatusTypeMismatch);
 }
@@ -29,14 +76,10 @@ bool IsSignedType(ECIMType type) {
 
 } // namespace
 
-TCIMValue::TCIMType::TCIMType(const std::string& name) : m_type(kCIMTypeNone) {
-    for (unsigned i = 1; i < kTypeNameCount; ++i) {
-        if (EqualNoCase(name, kTypeNames[i])) {
-            m_type = static_cast<ECIMType>(i);
-            return;
-        }
+TCIMValue::TCIMType::TCIMType(const std::string& name) : m_type(CandidateType(name)) {
+    if (m_type == kCIMTypeNone || !EqualNoCase(name, kTypeNames[m_type])) {
+        throw TQRNException(kQRNStatusInvalidType);
     }
-    throw TQRNException(kQRNStatusInvalidType);
 }
 
 std::string TCIMValue::TCIMType::GetName() const {

@@ -28,7 +28,8 @@ TEST(TCIMType, ReadsTypeAttributeNamesInAnyCaseAndRefusesOthers) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.type, ECIMType(TCIMType(std::string(c.name))));
     }
-    for (const char* bad : {"", "int", "uint8[]", "object", " uint8", "none"}) {
+    for (const char* bad : {"", "int", "uint8[]", "object", " uint8", "none", "uint6", "sxring",
+                            "real16", "reference2"}) {
         SCOPED_TRACE(bad);
         EXPECT_EQ(kQRNStatusInvalidType, StatusOf([&] { TCIMType{std::string(bad)}; }));
     }

@@ -1,0 +1,39 @@
+// Tests of the core's text helpers: names compared and hashed regardless of ASCII letter case.
+#include "core/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace NQRN20 {
+namespace {
+
+TEST(EqualNoCase, FoldsOnlyAsciiLettersAndHashesAlike) {
+    const struct {
+        const char* a;
+        const char* b;
+        bool equal;
+    } cases[] = {
+        {"", "", true},
+        {"Name", "Name", true},
+        {"Name", "nAME", true},
+        {"EX_ManagedElement", "ex_managedelement", true},
+        {"Name", "Names", false},
+        {"Name", "Nama", false},
+        {"Nam", "Name", false},
+        // Pairs that differ only in the 0x20 bit but are not letters.
+        {"a@", "a`", false},
+        {"[x]", "{x}", false},
+        {"\xC4", "\xE4", false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.a) + " / " + c.b);
+        EXPECT_EQ(c.equal, EqualNoCase(std::string(c.a), std::string(c.b)));
+        EXPECT_EQ(c.equal, EqualNoCase(std::string(c.a), c.b));
+        EXPECT_EQ(c.equal, EqualNoCase(std::string(c.b), c.a));
+        if (c.equal) {
+            EXPECT_EQ(THashNoCase()(c.a), THashNoCase()(c.b));
+        }
+    }
+}
+
+} // namespace
+} // namespace NQRN20
