@@ -27,25 +27,29 @@ std::string Quoted(const std::string& text) {
 
 } // namespace
 
-std::vector<double> Measure(const TWorkload& workload, uint64_t bytes, const TTiming& timing) {
+double MeasureRun(const TWorkload& workload, uint64_t bytes, double minSeconds) {
     using TClock = std::chrono::steady_clock;
+    double timed = 0;
+    uint64_t iterations = 0;
+    do {
+        if (workload.m_prepare) {
+            workload.m_prepare();
+        }
+        const TClock::time_point start = TClock::now();
+        workload.m_run();
+        timed += std::chrono::duration<double>(TClock::now() - start).count();
+        if (workload.m_finish) {
+            workload.m_finish();
+        }
+        ++iterations;
+    } while (timed < minSeconds);
+    return double(bytes) * double(iterations) / timed / 1e6;
+}
+
+std::vector<double> Measure(const TWorkload& workload, uint64_t bytes, const TTiming& timing) {
     std::vector<double> throughputs;
     for (int run = 0; run < timing.m_runs; ++run) {
-        double timed = 0;
-        uint64_t iterations = 0;
-        do {
-            if (workload.m_prepare) {
-                workload.m_prepare();
-            }
-            const TClock::time_point start = TClock::now();
-            workload.m_run();
-            timed += std::chrono::duration<double>(TClock::now() - start).count();
-            if (workload.m_finish) {
-                workload.m_finish();
-            }
-            ++iterations;
-        } while (timed < timing.m_minSeconds);
-        throughputs.push_back(double(bytes) * double(iterations) / timed / 1e6);
+        throughputs.push_back(MeasureRun(workload, bytes, timing.m_minSeconds));
     }
     return throughputs;
 }

@@ -21,8 +21,10 @@ struct TTiming {
     int m_runs = 5;
 };
 
-// Runs the workload in runs of at least the minimum timed time each and gives the throughput
-// of every run, in MB/s (10^6 bytes) of the given document size.
+// One run: the workload repeated until the timed time reaches the minimum; its throughput in
+// MB/s (10^6 bytes) of the given document size.
+double MeasureRun(const TWorkload& workload, uint64_t bytes, double minSeconds);
+// The throughput of each of the timing's runs of the workload.
 std::vector<double> Measure(const TWorkload& workload, uint64_t bytes, const TTiming& timing);
 
 double Median(std::vector<double> values);

@@ -270,7 +270,8 @@ public:
     const std::string& FirstLogged() const { return m_logger.m_first; }
 
 private:
-    void Add(const TDocument& document, const std::string& name, const TWorkload& workload);
+    void Add(const std::string& name, const TWorkload& workload);
+    void RunInterleaved(const TDocument& document);
     void Check(bool ok, const TDocument& document, const char* name);
 
     std::vector<TDocument> m_documents;
@@ -278,6 +279,8 @@ private:
     std::string m_only;
     std::vector<TResult> m_results;
     TCountingLogger m_logger;
+    // The measurements of the current document, run one after the other in every round.
+    std::vector<std::pair<std::string, TWorkload>> m_pending;
 };
 
 // Whether the comma-separated list names the measurement; an empty list names all of them.
@@ -285,18 +288,34 @@ bool Selected(const std::string& list, const std::string& name) {
     return list.empty() || ("," + list + ",").find("," + name + ",") != std::string::npos;
 }
 
-void TBench::Add(const TDocument& document, const std::string& name, const TWorkload& workload) {
-    if (!Selected(m_only, name)) {
-        return;
+void TBench::Add(const std::string& name, const TWorkload& workload) {
+    if (Selected(m_only, name)) {
+        m_pending.push_back({name, workload});
     }
-    std::fprintf(stderr, "  %s: %s\n", document.m_name.c_str(), name.c_str());
-    TResult result;
-    result.m_document = document.m_name;
-    result.m_name = name;
-    result.m_bytes = document.Size();
-    result.m_runs = Measure(workload, document.Size(), m_timing);
-    result.m_median = Median(result.m_runs);
-    m_results.push_back(result);
+}
+
+// Each round runs every measurement once, so a machine whose speed drifts during the minutes
+// the benchmark takes slows all of them alike, and the ratios stay fair.
+void TBench::RunInterleaved(const TDocument& document) {
+    std::vector<std::vector<double>> runs(m_pending.size());
+    for (int round = 0; round < m_timing.m_runs; ++round) {
+        std::fprintf(stderr, "  %s: round %d of %d\n", document.m_name.c_str(), round + 1,
+                     m_timing.m_runs);
+        for (size_t i = 0; i < m_pending.size(); ++i) {
+            runs[i].push_back(
+                MeasureRun(m_pending[i].second, document.Size(), m_timing.m_minSeconds));
+        }
+    }
+    for (size_t i = 0; i < m_pending.size(); ++i) {
+        TResult result;
+        result.m_document = document.m_name;
+        result.m_name = m_pending[i].first;
+        result.m_bytes = document.Size();
+        result.m_runs = runs[i];
+        result.m_median = Median(runs[i]);
+        m_results.push_back(result);
+    }
+    m_pending.clear();
 }
 
 void TBench::Check(bool ok, const TDocument& document, const char* name) {
@@ -314,18 +333,18 @@ void TBench::MeasureDocument(const TDocument& document) {
 
     copy();
     Check(CountLessThan(work.data(), size) > 0, document, kMemchr);
-    Add(document, kMemchr, {copy, [&] { sink += CountLessThan(work.data(), size); }, {}});
+    Add(kMemchr, {copy, [&] { sink += CountLessThan(work.data(), size); }, {}});
     Check(ParseExpat(work.data(), size) > 0, document, kExpat);
-    Add(document, kExpat, {copy, [&] { sink += ParseExpat(work.data(), size); }, {}});
+    Add(kExpat, {copy, [&] { sink += ParseExpat(work.data(), size); }, {}});
     Check(ParseLibxml2Sax(work.data(), size) > 0, document, kLibxml2);
-    Add(document, kLibxml2, {copy, [&] { sink += ParseLibxml2Sax(work.data(), size); }, {}});
+    Add(kLibxml2, {copy, [&] { sink += ParseLibxml2Sax(work.data(), size); }, {}});
     Check(ParsePugixmlInPlace(work.data(), size) > 0, document, kPugixml);
-    Add(document, kPugixml, {copy, [&] { sink += ParsePugixmlInPlace(work.data(), size); }, {}});
+    Add(kPugixml, {copy, [&] { sink += ParsePugixmlInPlace(work.data(), size); }, {}});
     const std::string gzipPath = document.GzipPath().string();
     const bool gzip = fs::exists(gzipPath);
     if (gzip) {
         Check(ReadGzip(gzipPath, work.data(), size) == size, document, kGzread);
-        Add(document, kGzread, {{}, [&] { sink += ReadGzip(gzipPath, work.data(), size); }, {}});
+        Add(kGzread, {{}, [&] { sink += ReadGzip(gzipPath, work.data(), size); }, {}});
     }
 
     const auto tokenize = [&] {
@@ -336,14 +355,14 @@ void TBench::MeasureDocument(const TDocument& document) {
     };
     copy();
     Check(tokenize(), document, kTokenizer);
-    Add(document, kTokenizer, {copy, tokenize, {}});
+    Add(kTokenizer, {copy, tokenize, {}});
     const auto dispatch = [&] {
         TCIMXMLParser parser(TMemoryNamespace::Create());
         TAttributeMap none;
         parser.PushState(new (parser) TDispatchOnlyState(), none);
         parser.Parse(work.data());
     };
-    Add(document, kDispatch, {copy, dispatch, {}});
+    Add(kDispatch, {copy, dispatch, {}});
 
     boost::shared_ptr<ICIMNamespace> cimNamespace;
     const auto fresh = [&] {
@@ -356,7 +375,7 @@ void TBench::MeasureDocument(const TDocument& document) {
         parser.Parse(work.data());
         sink += parser.GetClassesCollected().size() + parser.GetInstancesCollected().size();
     };
-    Add(document, kParse, {fresh, parse, release});
+    Add(kParse, {fresh, parse, release});
 
     const auto load = [&](const std::string& path) {
         if (document.m_schema) {
@@ -366,10 +385,11 @@ void TBench::MeasureDocument(const TDocument& document) {
         }
     };
     const std::string plainPath = document.m_path.string();
-    Add(document, kLoad, {fresh, [&] { load(plainPath); }, release});
+    Add(kLoad, {fresh, [&] { load(plainPath); }, release});
     if (gzip) {
-        Add(document, kLoadGzip, {fresh, [&] { load(gzipPath); }, release});
+        Add(kLoadGzip, {fresh, [&] { load(gzipPath); }, release});
     }
+    RunInterleaved(document);
     if (sink == 0) {
         std::fprintf(stderr, "xmlbench: nothing was seen\n");
     }
