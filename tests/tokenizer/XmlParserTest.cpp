@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <pthread.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstring>
@@ -413,6 +415,31 @@ TEST(TXmlParser, ParsesAVeryDeepDocumentOnASmallStackInBothErrorModes) {
 std::string ReadExample(const char* name) {
     std::ifstream file(std::string(XMLPARSER_EXAMPLES_DIR) + "/" + name, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+// Text and attribute values are scanned many bytes at a time. Placed so that its zero byte is
+// the last byte before a page nobody may read, a document of any length, cut anywhere, must scan
+// as it does elsewhere: a scan that read across into that page would crash.
+TEST(TXmlParser, NeverReadsPastThePageThatHoldsTheZeroByte) {
+    const size_t page = size_t(sysconf(_SC_PAGESIZE));
+    char* pages = static_cast<char*>(
+        mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+    ASSERT_NE(MAP_FAILED, pages);
+    ASSERT_EQ(0, mprotect(pages + page, page, PROT_NONE));
+    for (size_t length = 0; length < 40; ++length) {
+        const std::string run(length, 'x');
+        const std::string document = "<A a='" + run + "' b=\"" + run + "\">" + run + "</A>";
+        for (size_t cut = 0; cut <= document.size(); ++cut) {
+            const std::string prefix = document.substr(0, cut);
+            SCOPED_TRACE(prefix);
+            char* buffer = pages + page - prefix.size() - 1;
+            std::memcpy(buffer, prefix.c_str(), prefix.size() + 1);
+            TRecorder recorder(kErrorsReturn, kWithoutLines);
+            recorder.Parse(buffer);
+            EXPECT_EQ(Scan(prefix, kErrorsReturn), Join(recorder.m_events));
+        }
+    }
+    munmap(pages, 2 * page);
 }
 
 // A document cut short anywhere before the end of its root element must never pass for the
