@@ -65,12 +65,36 @@ double Median(std::vector<double> values) {
 
 double Find(const std::vector<TResult>& results, const std::string& document,
             const std::string& name) {
+    const TResult* result = FindResult(results, document, name);
+    return result != nullptr ? result->m_median : 0;
+}
+
+const TResult* FindResult(const std::vector<TResult>& results, const std::string& document,
+                          const std::string& name) {
     for (const TResult& result : results) {
         if (result.m_document == document && result.m_name == name) {
-            return result.m_median;
+            return &result;
         }
     }
-    return 0;
+    return nullptr;
+}
+
+double RatioOf(const TResult& value, const TResult& reference) {
+    if (value.m_runs.size() != reference.m_runs.size()) {
+        return Ratio(value.m_median, reference.m_median);
+    }
+    std::vector<double> ratios;
+    for (size_t round = 0; round < value.m_runs.size(); ++round) {
+        ratios.push_back(Ratio(value.m_runs[round], reference.m_runs[round]));
+    }
+    return Median(ratios);
+}
+
+double RatioOf(const std::vector<TResult>& results, const std::string& document,
+               const std::string& name, const std::string& reference) {
+    const TResult* value = FindResult(results, document, name);
+    const TResult* base = FindResult(results, document, reference);
+    return value != nullptr && base != nullptr ? RatioOf(*value, *base) : 0;
 }
 
 void PrintTable(const std::vector<TResult>& results, const std::vector<std::string>& references) {
@@ -88,9 +112,9 @@ void PrintTable(const std::vector<TResult>& results, const std::vector<std::stri
         std::printf("%-16.16s %-34.34s %9.0f", result.m_document.c_str(), result.m_name.c_str(),
                     result.m_median);
         for (const std::string& reference : references) {
-            const double base = Find(results, result.m_document, reference);
-            if (base > 0) {
-                std::printf(" %9.2f", Ratio(result.m_median, base));
+            const TResult* base = FindResult(results, result.m_document, reference);
+            if (base != nullptr) {
+                std::printf(" %9.2f", RatioOf(result, *base));
             } else {
                 std::printf(" %9s", "-");
             }
@@ -123,10 +147,9 @@ void WriteJson(const std::string& path, const std::vector<TResult>& results,
         out << "], \"ratios\": {";
         bool first = true;
         for (const std::string& reference : references) {
-            const double base = Find(results, result.m_document, reference);
-            if (base > 0) {
-                out << (first ? "" : ", ") << Quoted(reference) << ": "
-                    << Ratio(result.m_median, base);
+            const TResult* base = FindResult(results, result.m_document, reference);
+            if (base != nullptr) {
+                out << (first ? "" : ", ") << Quoted(reference) << ": " << RatioOf(result, *base);
                 first = false;
             }
         }

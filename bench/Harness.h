@@ -53,6 +53,15 @@ void WriteJson(const std::string& path, const std::vector<TResult>& results,
                const std::vector<std::string>& references, const std::vector<TCheck>& checks,
                const std::vector<std::pair<std::string, double>>& figures);
 
+const TResult* FindResult(const std::vector<TResult>& results, const std::string& document,
+                          const std::string& name);
+// The ratio of two measurements of one document. Measured in the same rounds, it is the median
+// of the ratios within each round, so that the machine's drift between rounds cancels out;
+// otherwise the ratio of the medians.
+double RatioOf(const TResult& value, const TResult& reference);
+// The same by names; 0 when either was not measured.
+double RatioOf(const std::vector<TResult>& results, const std::string& document,
+               const std::string& name, const std::string& reference);
 // The median of the named measurement of the document, or 0 when it was not made.
 double Find(const std::vector<TResult>& results, const std::string& document,
             const std::string& name);

@@ -397,10 +397,10 @@ void TBench::MeasureDocument(const TDocument& document) {
 }
 
 // Adds the check of a ratio, unless one of its figures was not measured.
-void AddRatio(std::vector<TCheck>& checks, const std::string& what, double numerator,
-              double denominator, double limit, bool atLeast) {
-    if (numerator > 0 && denominator > 0) {
-        checks.push_back({what, numerator / denominator, limit, atLeast});
+void AddRatio(std::vector<TCheck>& checks, const std::string& what, double ratio, double limit,
+              bool atLeast) {
+    if (ratio > 0) {
+        checks.push_back({what, ratio, limit, atLeast});
     }
 }
 
@@ -411,20 +411,19 @@ std::vector<TCheck> Targets(const std::vector<TResult>& results,
     for (const TDocument& document : documents) {
         const std::string& name = document.m_name;
         plainBytes += document.Size();
-        const double tokenizer = Find(results, name, kTokenizer);
-        const double expat = Find(results, name, kExpat);
-        AddRatio(checks, name + ": tokenizer / libxml2 SAX2", tokenizer,
-                 Find(results, name, kLibxml2), 1.0, true);
-        AddRatio(checks, name + ": tokenizer / expat", tokenizer, expat, 2.5, true);
-        AddRatio(checks, name + ": parse into namespace / expat", Find(results, name, kParse),
-                 expat, 1.0, true);
+        AddRatio(checks, name + ": tokenizer / libxml2 SAX2",
+                 RatioOf(results, name, kTokenizer, kLibxml2), 1.0, true);
+        AddRatio(checks, name + ": tokenizer / expat", RatioOf(results, name, kTokenizer, kExpat),
+                 2.5, true);
+        AddRatio(checks, name + ": parse into namespace / expat",
+                 RatioOf(results, name, kParse, kExpat), 1.0, true);
         // In times per byte: the .gz load against inflating plus the plain load.
         const double gzread = Find(results, name, kGzread);
         const double load = Find(results, name, kLoad);
         const double gzipLoad = Find(results, name, kLoadGzip);
         if (document.m_schema && gzread > 0 && load > 0 && gzipLoad > 0) {
-            AddRatio(checks, name + ".gz load time / (gzread + plain load)", 1 / gzipLoad,
-                     1 / gzread + 1 / load, 1.1, false);
+            AddRatio(checks, name + ".gz load time / (gzread + plain load)",
+                     (1 / gzipLoad) / (1 / gzread + 1 / load), 1.1, false);
         }
     }
     if (oneShot.m_peakKib > 0) {
