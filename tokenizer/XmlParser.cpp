@@ -146,6 +146,22 @@ inline char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
 }
 
+// Attribute strings are recycled from tag to tag and mostly fit where they are: sizing the
+// string and copying into it costs less than the general assignment.
+inline void Copy(const char* begin, const char* end, std::string& out) {
+    out.resize(size_t(end - begin));
+    std::memcpy(&out[0], begin, out.size());
+}
+
+// Attribute names stay lowered in the buffer too.
+inline void LowerAndCopy(char* begin, const char* end, std::string& out) {
+    out.resize(size_t(end - begin));
+    for (char& c : out) {
+        c = *begin = Lower(*begin);
+        ++begin;
+    }
+}
+
 // The digit's value in the base, or -1 when it is not a digit of it.
 int DigitValue(char c, unsigned base) {
     if (IsDigit(c)) {
@@ -566,12 +582,9 @@ TAttributeMap TXmlParser::GetAttributeNValue() {
         if (!ScanAttributeValue(quote)) {
             return attributes;
         }
-        for (char* p = name; p != nameEnd; ++p) {
-            *p = Lower(*p);
-        }
         TAttributeMap::node_type node = TakeAttributeNode();
-        node.key().assign(name, nameEnd);
-        node.mapped().assign(value, size_t(m_pCur - 1 - value));
+        LowerAndCopy(name, nameEnd, node.key());
+        Copy(value, m_pCur - 1, node.mapped());
         TAttributeMap::insert_return_type inserted = attributes.insert(std::move(node));
         if (!inserted.inserted) {
             m_spareNodes.m_nodes.push_back(std::move(inserted.node));

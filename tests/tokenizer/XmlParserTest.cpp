@@ -417,6 +417,14 @@ std::string ReadExample(const char* name) {
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
+// The scan leaves the buffer as it found it, but for the attribute names, which it lowers.
+TEST(TXmlParser, LeavesOnlyAttributeNamesLoweredInTheBuffer) {
+    std::string buffer = "<A Name='V' oThEr=\"X\">Text<B ID='1'/></A>";
+    TRecorder recorder(kErrorsThrow, kWithoutLines);
+    recorder.Parse(&buffer[0]);
+    EXPECT_EQ("<A name='V' other=\"X\">Text<B id='1'/></A>", buffer);
+}
+
 // Text and attribute values are scanned many bytes at a time. Placed so that its zero byte is
 // the last byte before a page nobody may read, a document of any length, cut anywhere, must scan
 // as it does elsewhere: a scan that read across into that page would crash.
