@@ -41,8 +41,15 @@ const std::string& Lowercase(const char* name, std::string& buffer) {
 // Put before every state, so that its delete finds the pool it came from (none: the heap).
 struct alignas(std::max_align_t) TStateHeader {
     TStatePool* m_pool;
-    size_t m_size;
+    size_t m_size; // of the whole block
 };
+
+// Writes the header at the start of a block for a state of the size; gives the state's place.
+void* StampHeader(void* block, TStatePool* pool, size_t stateSize) {
+    TStateHeader* header = static_cast<TStateHeader*>(block);
+    *header = TStateHeader{pool, sizeof(TStateHeader) + stateSize};
+    return header + 1;
+}
 
 } // namespace
 
@@ -70,17 +77,11 @@ void TCIMXMLParser::TParseState::ProcessAttributes(TCIMXMLParser&, TAttributeMap
 
 void* TCIMXMLParser::TParseState::operator new(size_t size, TCIMXMLParser& parser) {
     TStatePool* pool = parser.m_statePool.Get();
-    const size_t blockSize = sizeof(TStateHeader) + size;
-    TStateHeader* header = static_cast<TStateHeader*>(pool->Allocate(blockSize));
-    *header = TStateHeader{pool, blockSize};
-    return header + 1;
+    return StampHeader(pool->Allocate(sizeof(TStateHeader) + size), pool, size);
 }
 
 void* TCIMXMLParser::TParseState::operator new(size_t size) {
-    const size_t blockSize = sizeof(TStateHeader) + size;
-    TStateHeader* header = static_cast<TStateHeader*>(::operator new(blockSize));
-    *header = TStateHeader{nullptr, blockSize};
-    return header + 1;
+    return StampHeader(::operator new(sizeof(TStateHeader) + size), nullptr, size);
 }
 
 void TCIMXMLParser::TParseState::operator delete(void* state) {
