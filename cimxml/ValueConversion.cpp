@@ -19,25 +19,24 @@ const char* SkipSpace(const char* p) {
 
 } // namespace
 
+// Every VALUE goes through here: the value is built where the caller receives it.
 TCIMValue TCIMXMLParser::ParseValue(TCIMValue::TCIMType type, std::string& text) {
-    TCIMValue result;
     // Only a reference's keys are looked up in the namespace.
     const boost::shared_ptr<ICIMNamespace> cimNamespace = type.GetElementType() == kCIMTypeReference
                                                               ? LockNamespace()
                                                               : boost::shared_ptr<ICIMNamespace>();
     try {
-        result = TCIMValue(type, text, cimNamespace);
+        return TCIMValue(type, text, cimNamespace);
     } catch (const TQRNException& error) {
         if (error.GetStatus() != kQRNStatusInvalidDateTime) {
-            return result;
+            return TCIMValue();
         }
-        const TCIMDateTime fallback(1970, 1, 1, 0, 0, 0, 0, 0);
-        TRootObject::GetCoreLogger()->Log(
-            kErrorLogLevel, "Invalid datetime found on line " + std::to_string(GetCurLine()) +
-                                ".  Defaulting the datetime to " + fallback.ToUIString() + ".");
-        result = TCIMValue(fallback);
     }
-    return result;
+    const TCIMDateTime fallback(1970, 1, 1, 0, 0, 0, 0, 0);
+    TRootObject::GetCoreLogger()->Log(
+        kErrorLogLevel, "Invalid datetime found on line " + std::to_string(GetCurLine()) +
+                            ".  Defaulting the datetime to " + fallback.ToUIString() + ".");
+    return TCIMValue(fallback);
 }
 
 bool TCIMXMLParser::ConvertBool(std::string& text) {
