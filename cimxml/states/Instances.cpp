@@ -267,7 +267,11 @@ void TCIMXMLParser::TStateValueArray::StartElement(TCIMXMLParser& parser, const 
     if (name != kValue) {
         parser.RejectElement(name);
     }
-    m_elements.push_back(TCIMValue(m_type, 0));
+    // Arrays mostly hold a few values: one block then, rather than one per growth step.
+    if (m_elements.empty()) {
+        m_elements.reserve(8);
+    }
+    m_elements.emplace_back(m_type, 0);
     parser.PushState(new (parser) TStateValue(parser, &m_elements.back(), m_type), attributes);
 }
 
