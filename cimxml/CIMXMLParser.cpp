@@ -128,6 +128,7 @@ std::vector<boost::shared_ptr<ICIMInstance>> TCIMXMLParser::GetInstancesCollecte
 void TCIMXMLParser::StartElement(const char* name, TAttributeMap& attributes) {
     m_poppedStates.clear();
     const std::string& lowered = Lowercase(name, m_elementName);
+    m_elementNameFrom = name;
     try {
         if (m_stateStack.empty()) {
             ReportOutsideDocument(lowered);
@@ -143,9 +144,15 @@ void TCIMXMLParser::StartElement(const char* name, TAttributeMap& attributes) {
     }
 }
 
+// An element without children ends right after its start, whose name is still lowered: the
+// tokenizer hands out each name at its own place in the buffer.
 void TCIMXMLParser::EndElement(const char* name) {
     m_poppedStates.clear();
-    const std::string& lowered = Lowercase(name, m_elementName);
+    if (name != m_elementNameFrom) {
+        Lowercase(name, m_elementName);
+        m_elementNameFrom = name;
+    }
+    const std::string& lowered = m_elementName;
     try {
         if (m_stateStack.empty()) {
             ReportOutsideDocument(lowered);

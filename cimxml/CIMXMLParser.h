@@ -181,6 +181,7 @@ private:
     std::string m_text;
     // The lowered name of the element being dispatched; callbacks never nest.
     std::string m_elementName;
+    const char* m_elementNameFrom = nullptr;
     bool m_qx518Mode;
     // Elements after the stack ran empty are reported once; the rest of them say nothing new.
     bool m_outsideReported;

@@ -22,6 +22,13 @@ TCIMValue Conform(const TCIMValue& value, TCIMValue::TCIMType declared) {
     return value;
 }
 
+TCIMValue::TCIMType DeclaredType(const boost::shared_ptr<ICIMQualifierDecl>& decl) {
+    if (!decl) {
+        throw TQRNException(kQRNStatusInvalidArgument);
+    }
+    return decl->GetType(TCIMOptions());
+}
+
 } // namespace
 
 TMemoryQualifierDecl::TMemoryQualifierDecl(const boost::weak_ptr<TMemoryNamespaceImpl>& owner,
@@ -39,12 +46,7 @@ void TMemoryQualifierDecl::Commit(TCIMOptions) {
 
 TMemoryQualifier::TMemoryQualifier(const boost::shared_ptr<ICIMQualifierDecl>& decl,
                                    const TCIMValue& value, ICIMQualifierDecl::EFlavor flavor)
-    : m_decl(decl), m_flavor(flavor) {
-    if (!decl) {
-        throw TQRNException(kQRNStatusInvalidArgument);
-    }
-    m_value = Conform(value, decl->GetType(TCIMOptions()));
-}
+    : m_decl(decl), m_value(Conform(value, DeclaredType(decl))), m_flavor(flavor) {}
 
 void TQualifierSet::Inherit(const TQualifierList& effective) {
     m_inherited.reserve(effective.size());

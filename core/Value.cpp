@@ -101,15 +101,15 @@ TCIMValue::TCIMValue(const TCIMDateTime& dateTime)
     : m_type(kCIMTypeDateTime), m_null(false), m_scalar(dateTime) {}
 
 void TCIMValue::Set(TCIMType type, uint32_t count, const std::vector<TCIMValue>& elements) {
+    Set(type, count, std::vector<TCIMValue>(elements));
+}
+
+void TCIMValue::Set(TCIMType type, uint32_t count, std::vector<TCIMValue>&& elements) {
     const TCIMType element = type.GetElementType();
-    std::vector<TCIMValue> normalized;
-    normalized.reserve(elements.size());
-    for (const TCIMValue& value : elements) {
+    for (TCIMValue& value : elements) {
         if (value.IsNull()) {
-            normalized.emplace_back(element, 0);
-        } else if (value.GetType() == element) {
-            normalized.push_back(value);
-        } else {
+            value.ResetNull(element);
+        } else if (value.GetType() != element) {
             Mismatch();
         }
     }
@@ -117,7 +117,13 @@ void TCIMValue::Set(TCIMType type, uint32_t count, const std::vector<TCIMValue>&
     m_type = type.GetArrayType();
     m_null = false;
     m_count = count;
-    m_elements = std::move(normalized);
+    m_elements = std::make_shared<const std::vector<TCIMValue>>(std::move(elements));
+}
+
+void TCIMValue::ResetNull(TCIMType type) {
+    m_type = type;
+    m_count = 0;
+    m_referencedClass.reset();
 }
 
 void TCIMValue::Set(const TCIMReference& reference) {
@@ -156,7 +162,7 @@ bool TCIMValue::operator==(const TCIMValue& other) const {
         return true;
     }
     if (IsArray()) {
-        return m_elements == other.m_elements;
+        return GetElements() == other.GetElements();
     }
     if (m_type == kCIMTypeReference) {
         return *std::get<std::shared_ptr<const TCIMReference>>(m_scalar) ==
@@ -173,13 +179,18 @@ std::string TCIMValue::ToString() const {
         return ScalarToString();
     }
     std::string text;
-    for (const TCIMValue& element : m_elements) {
-        if (&element != &m_elements.front()) {
+    for (const TCIMValue& element : GetElements()) {
+        if (&element != &GetElements().front()) {
             text += ", ";
         }
         text += element.ToString();
     }
     return text;
+}
+
+const std::vector<TCIMValue>& TCIMValue::GetElements() const {
+    static const std::vector<TCIMValue> kNoElements;
+    return m_elements ? *m_elements : kNoElements;
 }
 
 template <class T>

@@ -91,6 +91,8 @@ public:
     // Makes an array of the type's element type. Null elements of any type become nulls of the
     // element type; other elements must have the element type (kQRNStatusTypeMismatch).
     void Set(TCIMType type, uint32_t count, const std::vector<TCIMValue>& elements);
+    // The same, taking the elements over instead of copying them.
+    void Set(TCIMType type, uint32_t count, std::vector<TCIMValue>&& elements);
     void Set(const TCIMReference& reference);
     // Records the class a reference value points to; only for reference types. The class is
     // held weakly: a value names a class, the namespace owns it.
@@ -108,7 +110,7 @@ public:
     bool operator==(const TCIMValue& other) const;
     bool operator!=(const TCIMValue& other) const { return !(*this == other); }
     uint32_t GetCount() const { return m_count; }
-    const std::vector<TCIMValue>& GetElements() const { return m_elements; }
+    const std::vector<TCIMValue>& GetElements() const;
     boost::shared_ptr<ICIMClass> GetReferencedClass() const { return m_referencedClass.lock(); }
     // The text as CIM-XML writes it; array elements joined with ", "; empty for null.
     std::string ToString() const;
@@ -126,6 +128,8 @@ private:
     using TScalar = std::variant<std::monostate, bool, uint64_t, int64_t, double, std::string,
                                  TCIMDateTime, std::shared_ptr<const TCIMReference>>;
 
+    // Null values hold no scalar and no elements: only the type and the count change.
+    void ResetNull(TCIMType type);
     void AssignText(ECIMType type, const std::string& text,
                     const boost::shared_ptr<ICIMNamespace>& cimNamespace);
     std::string ScalarToString() const;
@@ -136,7 +140,8 @@ private:
     bool m_null = true;
     uint32_t m_count = 0;
     TScalar m_scalar;
-    std::vector<TCIMValue> m_elements;
+    // Shared once made, so that copying an array value copies no element; empty for a scalar.
+    std::shared_ptr<const std::vector<TCIMValue>> m_elements;
     boost::weak_ptr<ICIMClass> m_referencedClass;
 };
 

@@ -275,8 +275,9 @@ void TCIMXMLParser::TStateValueArray::StartElement(TCIMXMLParser& parser, const 
     parser.PushState(new (parser) TStateValue(parser, &m_elements.back(), m_type), attributes);
 }
 
+// The elements are handed over: the state ends here.
 void TCIMXMLParser::TStateValueArray::EndElement(TCIMXMLParser& parser, const std::string&) {
-    m_target->Set(m_type, m_arraySize, m_elements);
+    m_target->Set(m_type, m_arraySize, std::move(m_elements));
     parser.PopState();
 }
 

@@ -186,8 +186,17 @@ TEST(TCIMValue, CountConstructorMakesANullValueThatOnlyRecordsTheCount) {
 TEST(TCIMValue, SetMakesAnArrayOfTheElementType) {
     const TCIMValue elements[] = {Text(kCIMTypeUint16, "1"), TCIMValue(),
                                   Text(kCIMTypeUint16, "3")};
+    const std::vector<TCIMValue> list(std::begin(elements), std::end(elements));
     TCIMValue array;
-    array.Set(kCIMTypeUint16, 5, std::vector<TCIMValue>(std::begin(elements), std::end(elements)));
+    array.Set(kCIMTypeUint16, 5, list);
+    EXPECT_EQ(kCIMTypeNone, ECIMType(list[1].GetType()));
+    TCIMValue moved;
+    moved.Set(kCIMTypeUint16, 5, std::vector<TCIMValue>(list));
+    EXPECT_EQ(array, moved);
+    // Copies are cheap: they share the elements.
+    const TCIMValue copy = array;
+    EXPECT_EQ(&array.GetElements(), &copy.GetElements());
+
     EXPECT_EQ(TCIMType(kCIMTypeUint16).GetArrayType(), array.GetType());
     EXPECT_FALSE(array.IsNull());
     EXPECT_EQ(5u, array.GetCount());
