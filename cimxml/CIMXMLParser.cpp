@@ -27,14 +27,12 @@ const char kRejectValueKey[] = "throwExInvalidValue";
 const char kRejectValueValue[] = "kQRNStatusInvalidProperty";
 
 // Lowers an element name into a buffer that keeps its capacity from element to element, so that
-// the dispatch of a start or end tag allocates nothing. Copying and lowering in one pass over a
-// buffer sized first costs less than the general assignment. Names hold ASCII only.
+// the dispatch of a start or end tag allocates nothing. Sizing the buffer and copying into it
+// costs less than the general assignment.
 const std::string& Lowercase(const char* name, std::string& buffer) {
-    const size_t length = std::strlen(name);
-    buffer.resize(length);
-    for (size_t i = 0; i < length; ++i) {
-        buffer[i] = LowerAscii(name[i]);
-    }
+    buffer.resize(std::strlen(name));
+    std::memcpy(&buffer[0], name, buffer.size());
+    LowerAscii(&buffer[0], buffer.size());
     return buffer;
 }
 

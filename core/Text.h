@@ -12,6 +12,44 @@ inline char LowerAscii(char c) {
     return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+// The bytes of a word with their ASCII capitals lowered. A byte's bit 7 marks where it is at
+// least 'A', then where it is above 'Z'; bytes from 0x80 up are left alone, and no sum carries
+// into the next byte.
+inline uint64_t LowerAsciiWord(uint64_t word) {
+    const uint64_t kOnes = 0x0101010101010101ull;
+    const uint64_t low = word & (0x7F * kOnes);
+    const uint64_t atLeastA = low + (0x80 - 'A') * kOnes;
+    const uint64_t aboveZ = low + (0x80 - 'Z' - 1) * kOnes;
+    const uint64_t capitals = atLeastA & ~aboveZ & ~word & (0x80 * kOnes);
+    return word | (capitals >> 2);
+}
+
+template <std::size_t N>
+void LowerAsciiAt(char* at) {
+    uint64_t word = 0;
+    std::memcpy(&word, at, N);
+    word = LowerAsciiWord(word);
+    std::memcpy(at, &word, N);
+}
+
+// Lowers the ASCII capitals among the bytes a word at a time: names are short, but every element
+// has one. Lowering twice changes nothing, so the last word may overlap the one before.
+inline void LowerAscii(char* text, std::size_t length) {
+    if (length >= 8) {
+        for (std::size_t i = 0; i + 8 < length; i += 8) {
+            LowerAsciiAt<8>(text + i);
+        }
+        LowerAsciiAt<8>(text + length - 8);
+    } else if (length >= 4) {
+        LowerAsciiAt<4>(text);
+        LowerAsciiAt<4>(text + length - 4);
+    } else {
+        for (std::size_t i = 0; i < length; ++i) {
+            text[i] = LowerAscii(text[i]);
+        }
+    }
+}
+
 inline std::string LowerAscii(std::string text) {
     for (char& c : text) {
         c = LowerAscii(c);

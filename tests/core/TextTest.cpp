@@ -1,4 +1,5 @@
-// Tests of the core's text helpers: names compared and hashed regardless of ASCII letter case.
+// Tests of the core's text helpers: names lowered, compared and hashed regardless of ASCII letter
+// case.
 #include "core/Text.h"
 
 #include <gtest/gtest.h>
@@ -31,6 +32,23 @@ TEST(EqualNoCase, FoldsOnlyAsciiLettersAndHashesAlike) {
         EXPECT_EQ(c.equal, EqualNoCase(std::string(c.b), c.a));
         if (c.equal) {
             EXPECT_EQ(THashNoCase()(c.a), THashNoCase()(c.b));
+        }
+    }
+}
+
+// The word-wise lowering against the byte-wise one, at every length the word steps treat apart
+// and with every byte next to the capitals' range.
+TEST(LowerAscii, LowersOnlyAsciiCapitalsAtEveryLength) {
+    const std::string kBytes = "@AZ[`az{\x80\xC4\xFF\x01 .QUALIFIER.ARRAY";
+    for (size_t length = 0; length <= kBytes.size(); ++length) {
+        for (size_t start = 0; start + length <= kBytes.size(); start += 3) {
+            std::string text = kBytes.substr(start, length);
+            std::string expected = text;
+            for (char& c : expected) {
+                c = LowerAscii(c);
+            }
+            LowerAscii(&text[0], text.size());
+            EXPECT_EQ(expected, text) << "length " << length << " from " << start;
         }
     }
 }
