@@ -1,6 +1,8 @@
 // The scanning loop of TXmlParser: prolog, elements, attributes, character data and references.
 #include "tokenizer/XmlParser.h"
 
+#include "core/Text.h"
+
 #include <cstdint>
 #include <cstring>
 
@@ -144,22 +146,6 @@ char* SkipUntilAny(char* p, char a, char b, char c) {
 
 inline char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
-}
-
-// Attribute strings are recycled from tag to tag and mostly fit where they are: sizing the
-// string and copying into it costs less than the general assignment.
-inline void Copy(const char* begin, const char* end, std::string& out) {
-    out.resize(size_t(end - begin));
-    std::memcpy(&out[0], begin, out.size());
-}
-
-// Attribute names stay lowered in the buffer too.
-inline void LowerAndCopy(char* begin, const char* end, std::string& out) {
-    out.resize(size_t(end - begin));
-    for (char& c : out) {
-        c = *begin = Lower(*begin);
-        ++begin;
-    }
 }
 
 // The digit's value in the base, or -1 when it is not a digit of it.
@@ -553,7 +539,7 @@ bool TXmlParser::ParseEndTag(const char* name, size_t nameLength) {
 
 // Attribute: Name S? '=' S? ('"' value '"' | "'" value "'")  - names lowered, values raw
 TAttributeMap TXmlParser::GetAttributeNValue() {
-    TAttributeMap attributes;
+    TAttributeMap attributes = std::move(m_spareMap.m_map);
     if (!SkipWhitespace()) {
         return attributes;
     }
@@ -582,12 +568,9 @@ TAttributeMap TXmlParser::GetAttributeNValue() {
         if (!ScanAttributeValue(quote)) {
             return attributes;
         }
-        TAttributeMap::node_type node = TakeAttributeNode();
-        LowerAndCopy(name, nameEnd, node.key());
-        Copy(value, m_pCur - 1, node.mapped());
-        TAttributeMap::insert_return_type inserted = attributes.insert(std::move(node));
-        if (!inserted.inserted) {
-            m_spareNodes.m_nodes.push_back(std::move(inserted.node));
+        // Attribute names stay lowered in the buffer too.
+        LowerAscii(name, size_t(nameEnd - name));
+        if (!attributes.Insert(name, nameEnd, value, m_pCur - 1)) {
             FatalError(kAttributeTwice);
         }
         if (!SkipWhitespace()) {
@@ -596,22 +579,11 @@ TAttributeMap TXmlParser::GetAttributeNValue() {
     }
 }
 
-TAttributeMap::node_type TXmlParser::TakeAttributeNode() {
-    if (m_spareNodes.m_nodes.empty()) {
-        TAttributeMap one;
-        one.emplace();
-        return one.extract(one.begin());
-    }
-    TAttributeMap::node_type node = std::move(m_spareNodes.m_nodes.back());
-    m_spareNodes.m_nodes.pop_back();
-    return node;
-}
-
-// Once StartElement has seen them, the attributes are not needed: their nodes serve the next tags.
+// Once StartElement has seen them, the attributes are not needed: their strings serve the next
+// tags.
 void TXmlParser::RecycleAttributes(TAttributeMap& attributes) {
-    while (!attributes.empty()) {
-        m_spareNodes.m_nodes.push_back(attributes.extract(attributes.begin()));
-    }
+    attributes.clear();
+    m_spareMap.m_map = std::move(attributes);
 }
 
 // Moves past the closing quote; false, after the report, for a value that cannot be accepted.

@@ -1,15 +1,13 @@
 // TXmlParser: a non-validating XML scanner that works in place over a zero-terminated buffer.
 #pragma once
 
+#include "tokenizer/AttributeMap.h"
+
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
 namespace NQRN20 {
-
-// Attribute names (lowercased) to their values exactly as written between the quotes.
-typedef std::map<std::string, std::string> TAttributeMap;
 
 // Scans one document in a single forward pass and reports what it finds through the virtual
 // callbacks. The buffer must be writable and end with a zero byte: names, values and text runs
@@ -73,18 +71,18 @@ private:
     void ScanNumericReference();
     bool SkipPast(const char* terminator);
     uint32_t CountLineFeeds(const char* from, const char* to) const;
-    TAttributeMap::node_type TakeAttributeNode();
     void RecycleAttributes(TAttributeMap& attributes);
 
-    // Map nodes of start tags already reported, reused for later attributes so that neither a
-    // node nor its strings are allocated again. A copy of the parser starts without any.
-    class TSpareNodes {
+    // The attribute map of the start tag reported last, cleared, so that the next tag's
+    // attributes fill its strings instead of allocating their own. A copy of the parser starts
+    // without one.
+    class TSpareMap {
     public:
-        TSpareNodes() = default;
-        TSpareNodes(const TSpareNodes&) {}
-        TSpareNodes& operator=(const TSpareNodes&) { return *this; }
+        TSpareMap() = default;
+        TSpareMap(const TSpareMap&) {}
+        TSpareMap& operator=(const TSpareMap&) { return *this; }
 
-        std::vector<TAttributeMap::node_type> m_nodes;
+        TAttributeMap m_map;
     };
 
     uint32_t m_depth;
@@ -93,7 +91,7 @@ private:
     // GetCurLine counts on from its last answer when the position has only moved forward.
     const char* m_pLineMark;
     uint32_t m_lineAtMark;
-    TSpareNodes m_spareNodes;
+    TSpareMap m_spareMap;
 };
 
 } // namespace NQRN20
