@@ -1,7 +1,6 @@
 // Conversion of element text and attribute values to typed CIM values, booleans and counts.
 #include "cimxml/CIMXMLParser.h"
 
-#include <cstring>
 
 namespace NQRN20 {
 
@@ -9,9 +8,9 @@ namespace {
 
 const uint32_t kErrorLogLevel = 3;
 
-// White space as formatted stream input skips it.
+// White space as formatted stream input skips it: blank, and tab to carriage return.
 const char* SkipSpace(const char* p) {
-    while (*p != 0 && std::strchr(" \t\n\v\f\r", *p) != nullptr) {
+    while (*p == ' ' || (*p >= '\t' && *p <= '\r')) {
         ++p;
     }
     return p;
@@ -40,7 +39,8 @@ TCIMValue TCIMXMLParser::ParseValue(TCIMValue::TCIMType type, std::string& text)
 }
 
 bool TCIMXMLParser::ConvertBool(std::string& text) {
-    return std::strncmp(SkipSpace(text.c_str()), "true", 4) == 0;
+    const char* p = SkipSpace(text.c_str());
+    return p[0] == 't' && p[1] == 'r' && p[2] == 'u' && p[3] == 'e';
 }
 
 uint32_t TCIMXMLParser::ConvertUnsignedInt(std::string& text) {

@@ -8,8 +8,11 @@ namespace NQRN20 {
 
 namespace {
 
-// Byte-wise, as std::string compares.
+// Byte-wise, as std::string compares. Attribute names mostly differ in their first letter.
 int Compare(const std::string& a, const char* b, std::size_t length) {
+    if (!a.empty() && length != 0 && a[0] != b[0]) {
+        return static_cast<unsigned char>(a[0]) < static_cast<unsigned char>(b[0]) ? -1 : 1;
+    }
     const int common = std::memcmp(a.data(), b, std::min(a.size(), length));
     if (common != 0) {
         return common;
@@ -115,7 +118,8 @@ TAttributeMap::value_type& TAttributeMap::Add(size_type rank) {
     if (position == m_entries.size()) {
         m_entries.emplace_back();
     }
-    m_order.insert(m_order.begin() + std::ptrdiff_t(rank), position);
+    m_order.push_back(position);
+    std::rotate(m_order.begin() + std::ptrdiff_t(rank), m_order.end() - 1, m_order.end());
     return m_entries[position];
 }
 
