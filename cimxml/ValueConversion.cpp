@@ -1,7 +1,6 @@
 // Conversion of element text and attribute values to typed CIM values, booleans and counts.
 #include "cimxml/CIMXMLParser.h"
 
-
 namespace NQRN20 {
 
 namespace {

@@ -1,8 +1,6 @@
 // TMemoryInstance: property values checked against the class, and the identity of its keys.
 #include "core/MemoryModel.h"
 
-#include <boost/make_shared.hpp>
-
 #include <algorithm>
 #include <charconv>
 
@@ -75,30 +73,17 @@ void AppendKeyValue(std::string& out, const TCIMValue& value) {
     }
 }
 
-// What GetProperty and EnumProperties hand out: it reads the instance it keeps alive, so it always
-// shows the current value.
-class TMemoryProperty : public ICIMProperty {
-public:
-    TMemoryProperty(const boost::shared_ptr<const TMemoryInstance>& instance, size_t index)
-        : m_instance(instance), m_index(index) {}
-    TCIMValue::TCIMType GetType(TCIMOptions) override {
-        return m_instance->Declaration(m_index).Value().GetType();
-    }
-    const std::string& GetName(TCIMOptions) override {
-        return m_instance->Declaration(m_index).Name();
-    }
-    const TCIMValue& GetValue(TCIMOptions) override { return m_instance->Value(m_index); }
-
-private:
-    boost::shared_ptr<const TMemoryInstance> m_instance;
-    size_t m_index;
-};
-
 } // namespace
 
 TMemoryInstance::TMemoryInstance(const boost::shared_ptr<TMemoryClass>& cimClass,
                                  const boost::weak_ptr<TMemoryNamespaceImpl>& owner)
-    : m_class(cimClass), m_owner(owner), m_slots(cimClass->Properties().All().size(), 0) {}
+    : m_class(cimClass), m_owner(owner) {
+    const size_t count = cimClass->Properties().All().size();
+    m_slots.reserve(count);
+    for (size_t index = 0; index < count; ++index) {
+        m_slots.emplace_back(this);
+    }
+}
 
 void TMemoryInstance::Commit(TCIMOptions) {
     if (m_committed) {
@@ -108,7 +93,11 @@ void TMemoryInstance::Commit(TCIMOptions) {
 }
 
 boost::shared_ptr<ICIMProperty> TMemoryInstance::GetProperty(const std::string& name, TCIMOptions) {
-    return boost::make_shared<TMemoryProperty>(shared_from_this(), IndexOf(name));
+    return Slot(IndexOf(name));
+}
+
+boost::shared_ptr<ICIMProperty> TMemoryInstance::Slot(size_t index) {
+    return boost::shared_ptr<ICIMProperty>(shared_from_this(), &m_slots[index]);
 }
 
 void TMemoryInstance::SetPropertyValue(const std::string& name, const TCIMValue& value,
@@ -131,9 +120,8 @@ void TMemoryInstance::EnumProperties(TEnumCallback<ICIMProperty> callback, TCIMO
     if (!callback) {
         throw TQRNException(kQRNStatusInvalidArgument);
     }
-    const boost::shared_ptr<const TMemoryInstance> self = shared_from_this();
     for (size_t index = 0; index < m_slots.size(); ++index) {
-        if (!callback(boost::make_shared<TMemoryProperty>(self, index))) {
+        if (!callback(Slot(index))) {
             return;
         }
     }
@@ -148,7 +136,7 @@ size_t TMemoryInstance::IndexOf(const std::string& name) const {
 }
 
 void TMemoryInstance::Store(size_t index, const TCIMValue& value) {
-    uint32_t& slot = m_slots[index];
+    uint32_t& slot = m_slots[index].m_value;
     if (slot == 0) {
         // Room for every property at once: growing step by step would move the values each time.
         if (m_values.empty()) {

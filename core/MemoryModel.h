@@ -337,6 +337,9 @@ class TMemoryInstance : public ICIMInstance,
 public:
     explicit TMemoryInstance(const boost::shared_ptr<TMemoryClass>& cimClass,
                              const boost::weak_ptr<TMemoryNamespaceImpl>& owner);
+    // The slots point back to the instance.
+    TMemoryInstance(const TMemoryInstance&) = delete;
+    TMemoryInstance& operator=(const TMemoryInstance&) = delete;
     void Commit(TCIMOptions options) override;
     boost::shared_ptr<ICIMClass> GetClass(TCIMOptions) override { return m_class; }
     boost::shared_ptr<ICIMProperty> GetProperty(const std::string& name, TCIMOptions) override;
@@ -352,12 +355,36 @@ public:
     // The value set last, else the declared default. The reference is good until the next
     // SetPropertyValue, which may replace or move it; a committed instance no longer changes.
     const TCIMValue& Value(size_t index) const {
-        const uint32_t slot = m_slots[index];
-        return slot == 0 ? Declaration(index).Value() : m_values[slot - 1];
+        const uint32_t value = m_slots[index].m_value;
+        return value == 0 ? Declaration(index).Value() : m_values[value - 1];
     }
 
 private:
+    // One per class property: where its value is, and the property that GetProperty and
+    // EnumProperties hand out. Handed out under the instance's own count, a slot costs no
+    // allocation, and it always shows the current value.
+    class TPropertySlot : public ICIMProperty {
+    public:
+        explicit TPropertySlot(const TMemoryInstance* instance) : m_instance(instance) {}
+        TCIMValue::TCIMType GetType(TCIMOptions) override {
+            return m_instance->Declaration(Index()).Value().GetType();
+        }
+        const std::string& GetName(TCIMOptions) override {
+            return m_instance->Declaration(Index()).Name();
+        }
+        const TCIMValue& GetValue(TCIMOptions) override { return m_instance->Value(Index()); }
+
+        // 0 when unset, else the position in m_values plus one.
+        uint32_t m_value = 0;
+
+    private:
+        size_t Index() const { return size_t(this - m_instance->m_slots.data()); }
+
+        const TMemoryInstance* m_instance;
+    };
+
     size_t IndexOf(const std::string& name) const;
+    boost::shared_ptr<ICIMProperty> Slot(size_t index);
     void Store(size_t index, const TCIMValue& value);
     // Identifies the key values; empty when the class has no key property.
     std::string KeyText() const;
@@ -365,9 +392,8 @@ private:
     boost::shared_ptr<TMemoryClass> m_class;
     boost::weak_ptr<TMemoryNamespaceImpl> m_owner;
     // Only the values set are kept, in set order, so an instance does not copy every default;
-    // the others read the declaration. Per class property: 0 when unset, else the position in
-    // m_values plus one.
-    std::vector<uint32_t> m_slots;
+    // the others read the declaration.
+    std::vector<TPropertySlot> m_slots;
     std::vector<TCIMValue> m_values;
     bool m_committed = false;
 };
