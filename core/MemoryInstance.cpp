@@ -150,7 +150,10 @@ void TMemoryInstance::Store(size_t index, const TCIMValue& value) {
 }
 
 std::string TMemoryInstance::KeyText() const {
+    // Room for most key texts, references included, so that the text grows in one step; the
+    // namespace keeps a copy of its own size.
     std::string text;
+    text.reserve(256);
     for (size_t index : m_class->KeyProperties()) {
         AppendLoweredPart(text, Declaration(index).Name());
         AppendKeyValue(text, Value(index));

@@ -520,12 +520,18 @@ bool TXmlParser::ParseContent(const char* name, size_t nameLength, bool result,
 }
 
 // ETag: '</' Name S? '>'  - called after the '</'
+// An end tag mostly repeats its start tag's name, which is valid: a match needs no other check.
 bool TXmlParser::ParseEndTag(const char* name, size_t nameLength) {
     const char* endName = m_pCur;
-    if (!ValidateName()) {
-        return false;
+    size_t same = 0;
+    while (same < nameLength && endName[same] == name[same]) {
+        ++same;
     }
-    if (size_t(m_pCur - endName) != nameLength || std::memcmp(endName, name, nameLength) != 0) {
+    if (same == nameLength && !Is(endName[same], kNameChar)) {
+        m_pCur += same;
+    } else if (!ValidateName()) {
+        return false;
+    } else {
         FatalError(kNamesDontMatch);
         return false;
     }
