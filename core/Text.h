@@ -104,20 +104,36 @@ inline std::string TrimXmlSpace(const std::string& text) {
 // ASCII capital from its small letter.
 struct THashNoCase {
     size_t operator()(const std::string& text) const {
-        const uint64_t kCaseBits = 0x2020202020202020ull;
-        uint64_t hash = text.size();
-        std::string::size_type i = 0;
-        for (; i + 8 <= text.size(); i += 8) {
-            uint64_t word;
-            std::memcpy(&word, text.data() + i, 8);
-            hash = (hash ^ (word | kCaseBits)) * 0x9E3779B97F4A7C15ull;
-        }
-        if (i < text.size()) {
+        const char* p = text.data();
+        const std::size_t size = text.size();
+        uint64_t hash = size;
+        const auto mix = [&hash](uint64_t word) {
+            hash = (hash ^ (word | 0x2020202020202020ull)) * 0x9E3779B97F4A7C15ull;
+        };
+        // The last word overlaps the one before rather than being copied byte by byte.
+        if (size >= 8) {
+            for (std::size_t i = 0; i + 8 < size; i += 8) {
+                mix(Load<uint64_t>(p + i));
+            }
+            mix(Load<uint64_t>(p + size - 8));
+        } else if (size >= 4) {
+            mix(uint64_t(Load<uint32_t>(p)) << 32 | Load<uint32_t>(p + size - 4));
+        } else {
             uint64_t word = 0;
-            std::memcpy(&word, text.data() + i, text.size() - i);
-            hash = (hash ^ (word | kCaseBits)) * 0x9E3779B97F4A7C15ull;
+            for (std::size_t i = 0; i < size; ++i) {
+                word = word << 8 | static_cast<unsigned char>(p[i]);
+            }
+            mix(word);
         }
         return static_cast<size_t>(hash ^ (hash >> 29));
+    }
+
+private:
+    template <class T>
+    static T Load(const char* at) {
+        T word;
+        std::memcpy(&word, at, sizeof word);
+        return word;
     }
 };
 

@@ -229,7 +229,8 @@ void TCIMValue::AssignText(ECIMType type, const std::string& text,
         m_scalar = ParseBoolean(trimmed());
         break;
     case kCIMTypeString:
-        m_scalar = text;
+        // In place: assigning would copy the text into a temporary first.
+        m_scalar.emplace<std::string>(text);
         break;
     case kCIMTypeChar16:
         m_scalar = ParseChar16(text);
