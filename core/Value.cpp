@@ -113,6 +113,8 @@ void TCIMValue::Set(TCIMType type, uint32_t count, std::vector<TCIMValue>&& elem
             Mismatch();
         }
     }
+    // Arrays are kept for as long as their owner lives: room the builder reserved goes back.
+    elements.shrink_to_fit();
     *this = TCIMValue();
     m_type = type.GetArrayType();
     m_null = false;
