@@ -545,10 +545,12 @@ bool TXmlParser::ParseEndTag(const char* name, size_t nameLength) {
 
 // Attribute: Name S? '=' S? ('"' value '"' | "'" value "'")  - names lowered, values raw
 TAttributeMap TXmlParser::GetAttributeNValue() {
-    TAttributeMap attributes = std::move(m_spareMap.m_map);
+    // Most tags have no attributes: those leave the spare map where it is.
     if (!SkipWhitespace()) {
-        return attributes;
+        return TAttributeMap();
     }
+    TAttributeMap attributes = std::move(m_spareMap.m_map);
+    m_spareMap.m_lent = true;
     for (;;) {
         const char next = PeekChar();
         if (next == '/' || next == '%' || next == '>') {
@@ -588,8 +590,11 @@ TAttributeMap TXmlParser::GetAttributeNValue() {
 // Once StartElement has seen them, the attributes are not needed: their strings serve the next
 // tags.
 void TXmlParser::RecycleAttributes(TAttributeMap& attributes) {
-    attributes.clear();
-    m_spareMap.m_map = std::move(attributes);
+    if (m_spareMap.m_lent) {
+        attributes.clear();
+        m_spareMap.m_map = std::move(attributes);
+        m_spareMap.m_lent = false;
+    }
 }
 
 // Moves past the closing quote; false, after the report, for a value that cannot be accepted.

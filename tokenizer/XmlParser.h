@@ -73,9 +73,9 @@ private:
     uint32_t CountLineFeeds(const char* from, const char* to) const;
     void RecycleAttributes(TAttributeMap& attributes);
 
-    // The attribute map of the start tag reported last, cleared, so that the next tag's
-    // attributes fill its strings instead of allocating their own. A copy of the parser starts
-    // without one.
+    // The attribute map of the last start tag that had attributes, cleared, so that the next
+    // tag's attributes fill its strings instead of allocating their own. A copy of the parser
+    // starts without one.
     class TSpareMap {
     public:
         TSpareMap() = default;
@@ -83,6 +83,8 @@ private:
         TSpareMap& operator=(const TSpareMap&) { return *this; }
 
         TAttributeMap m_map;
+        // The map is out, with the tag being reported.
+        bool m_lent = false;
     };
 
     uint32_t m_depth;
