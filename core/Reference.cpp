@@ -184,7 +184,7 @@ void TCIMReference::AddKeyValue(const std::string& name, const TCIMValue& value)
             break;
         }
     }
-    m_keys[name] = value;
+    m_keys.emplace(name, value);
 }
 
 TCIMReference TCIMReference::FromPath(const std::string& path,

@@ -129,10 +129,14 @@ void TCIMValue::ResetNull(TCIMType type) {
 }
 
 void TCIMValue::Set(const TCIMReference& reference) {
+    Set(TCIMReference(reference));
+}
+
+void TCIMValue::Set(TCIMReference&& reference) {
     *this = TCIMValue();
     m_type = kCIMTypeReference;
     m_null = false;
-    m_scalar = std::make_shared<const TCIMReference>(reference);
+    m_scalar = std::make_shared<const TCIMReference>(std::move(reference));
 }
 
 void TCIMValue::SetReferencedClass(const boost::shared_ptr<ICIMClass>& referencedClass) {

@@ -94,6 +94,8 @@ public:
     // The same, taking the elements over instead of copying them.
     void Set(TCIMType type, uint32_t count, std::vector<TCIMValue>&& elements);
     void Set(const TCIMReference& reference);
+    // The same, taking the reference over instead of copying it.
+    void Set(TCIMReference&& reference);
     // Records the class a reference value points to; only for reference types. The class is
     // held weakly: a value names a class, the namespace owns it.
     void SetReferencedClass(const boost::shared_ptr<ICIMClass>& referencedClass);

@@ -238,7 +238,8 @@ void TCIMXMLParser::TStateValueReference::EndElement(TCIMXMLParser& parser, cons
     if (m_hasClass && !m_hasInstanceName) {
         m_reference.SetClassName(m_className);
     }
-    m_value->Set(m_reference);
+    // The reference is handed over: the state ends here.
+    m_value->Set(std::move(m_reference));
     parser.PopState();
 }
 
