@@ -125,7 +125,11 @@ struct THashNoCase {
             }
             mix(word);
         }
-        return static_cast<size_t>(hash ^ (hash >> 29));
+        // Tables index by the low bits, and a product's low bits see only the words' low bytes:
+        // the high half is folded down, so that names differing at their end spread as well.
+        hash ^= hash >> 33;
+        hash *= 0xFF51AFD7ED558CCDull;
+        return static_cast<size_t>(hash ^ (hash >> 33));
     }
 
 private:

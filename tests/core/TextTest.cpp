@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+
 namespace NQRN20 {
 namespace {
 
@@ -33,6 +36,18 @@ TEST(EqualNoCase, FoldsOnlyAsciiLettersAndHashesAlike) {
         if (c.equal) {
             EXPECT_EQ(THashNoCase()(c.a), THashNoCase()(c.b));
         }
+    }
+}
+
+// Tables take a hash's low bits: names that differ only in their last characters, as generated
+// and numbered names do, must still spread over them.
+TEST(THashNoCase, SpreadsNamesThatDifferOnlyAtTheirEnd) {
+    for (const std::string prefix : {"", "C", "Gen_Cla", "Gen_Class", "CIM_ManagedElement_"}) {
+        std::set<size_t> buckets;
+        for (int i = 0; i < 1000; ++i) {
+            buckets.insert(THashNoCase()(prefix + std::to_string(i)) % 1024);
+        }
+        EXPECT_GT(buckets.size(), 500u) << prefix;
     }
 }
 
