@@ -15,7 +15,8 @@ namespace NQRN20 {
 // byte-wise comparison of the names, with the interface of an ordered map. A start tag has a few
 // attributes, and the tokenizer refills one map for every tag: the entries sit in an array in the
 // order they were added, where a cleared entry keeps its strings' storage for the next tag, and a
-// list of their positions gives the name order.
+// list of their positions gives the name order. As in a sorted array, adding or erasing an entry
+// invalidates the iterators.
 class TAttributeMap {
 public:
     typedef std::string key_type;
