@@ -136,16 +136,16 @@ size_t TMemoryInstance::IndexOf(const std::string& name) const {
 }
 
 void TMemoryInstance::Store(size_t index, const TCIMValue& value) {
-    uint32_t& slot = m_slots[index].m_value;
-    if (slot == 0) {
+    uint32_t& position = m_slots[index].m_value;
+    if (position == 0) {
         // Room for every property at once: growing step by step would move the values each time.
         if (m_values.empty()) {
             m_values.reserve(m_slots.size());
         }
         m_values.push_back(value);
-        slot = static_cast<uint32_t>(m_values.size());
+        position = static_cast<uint32_t>(m_values.size());
     } else {
-        m_values[slot - 1] = value;
+        m_values[position - 1] = value;
     }
 }
 
