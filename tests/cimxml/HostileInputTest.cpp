@@ -1,10 +1,9 @@
 // Hostile documents: huge, deep, repetitive or at the limits of every type. Each must end with
 // the exact error expected, in time that grows with the input and no more.
 #include "support/ParseDocument.h"
+#include "support/SmallStack.h"
 
 #include <gtest/gtest.h>
-
-#include <pthread.h>
 
 #include <string>
 
@@ -54,13 +53,7 @@ TEST(HostileInput, RejectsDeepNestingAtTheLimitOnASmallStack) {
     for (const size_t depth : {size_t(100000), size_t(1000000)}) {
         SCOPED_TRACE(depth);
         TDeepParse deep{depth, {}};
-        pthread_attr_t attributes;
-        pthread_attr_init(&attributes);
-        pthread_attr_setstacksize(&attributes, 256 * 1024);
-        pthread_t thread;
-        ASSERT_EQ(0, pthread_create(&thread, &attributes, ParseDeep, &deep));
-        pthread_join(thread, nullptr);
-        pthread_attr_destroy(&attributes);
+        ASSERT_TRUE(RunOnSmallStack(ParseDeep, &deep));
         EXPECT_EQ(uint32_t(kQRNStatusParseError), deep.m_result.m_status);
         EXPECT_EQ("3 CIM-XML Parser line 1:Unexpected element cim",
                   Summarise(deep.m_result.m_log).m_first);

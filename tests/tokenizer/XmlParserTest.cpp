@@ -1,9 +1,10 @@
 // Tests of TXmlParser: each case is a small document and the exact callbacks it must produce.
 #include "tokenizer/XmlParser.h"
 
+#include "support/SmallStack.h"
+
 #include <gtest/gtest.h>
 
-#include <pthread.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -401,13 +402,7 @@ void* RunDeep(void* argument) {
 TEST(TXmlParser, ParsesAVeryDeepDocumentOnASmallStackInBothErrorModes) {
     for (EErrors errors : {kErrorsThrow, kErrorsReturn}) {
         TDeepRun run{Nested(100000), errors, 0};
-        pthread_attr_t attributes;
-        pthread_attr_init(&attributes);
-        pthread_attr_setstacksize(&attributes, 256 * 1024);
-        pthread_t thread;
-        ASSERT_EQ(0, pthread_create(&thread, &attributes, RunDeep, &run));
-        pthread_join(thread, nullptr);
-        pthread_attr_destroy(&attributes);
+        ASSERT_TRUE(RunOnSmallStack(RunDeep, &run));
         EXPECT_GT(run.m_errorCount, 0u);
     }
 }
