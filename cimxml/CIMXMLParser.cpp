@@ -27,12 +27,11 @@ const char kRejectValueKey[] = "throwExInvalidValue";
 const char kRejectValueValue[] = "kQRNStatusInvalidProperty";
 
 // Lowers an element name into a buffer that keeps its capacity from element to element, so that
-// the dispatch of a start or end tag allocates nothing. Sizing the buffer and copying into it
+// the dispatch of a start or end tag allocates nothing. Sizing the buffer and lowering into it
 // costs less than the general assignment.
 const std::string& Lowercase(const char* name, std::string& buffer) {
     buffer.resize(std::strlen(name));
-    std::memcpy(&buffer[0], name, buffer.size());
-    LowerAscii(&buffer[0], buffer.size());
+    LowerAsciiCopy(name, buffer.size(), &buffer[0]);
     return buffer;
 }
 

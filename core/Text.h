@@ -24,30 +24,44 @@ inline uint64_t LowerAsciiWord(uint64_t word) {
     return word | (capitals >> 2);
 }
 
-template <std::size_t N>
-void LowerAsciiAt(char* at) {
-    uint64_t word = 0;
-    std::memcpy(&word, at, N);
-    word = LowerAsciiWord(word);
-    std::memcpy(at, &word, N);
+template <class T>
+T LoadWord(const char* at) {
+    T word;
+    std::memcpy(&word, at, sizeof word);
+    return word;
 }
 
-// Lowers the ASCII capitals among the bytes a word at a time: names are short, but every element
-// has one. Lowering twice changes nothing, so the last word may overlap the one before.
-inline void LowerAscii(char* text, std::size_t length) {
+template <class T>
+void StoreLowered(char* at, T word) {
+    word = static_cast<T>(LowerAsciiWord(word));
+    std::memcpy(at, &word, sizeof word);
+}
+
+// Copies the bytes with their ASCII capitals lowered, a word at a time: names are short, but
+// every element has one. From and to may be the same place. Lowering twice changes nothing, so
+// the last word may overlap the one before; it is loaded before anything is stored, since a load
+// that overlaps an earlier store only in part waits until that store has reached the cache.
+inline void LowerAsciiCopy(const char* from, std::size_t length, char* to) {
     if (length >= 8) {
+        const uint64_t last = LoadWord<uint64_t>(from + length - 8);
         for (std::size_t i = 0; i + 8 < length; i += 8) {
-            LowerAsciiAt<8>(text + i);
+            StoreLowered(to + i, LoadWord<uint64_t>(from + i));
         }
-        LowerAsciiAt<8>(text + length - 8);
+        StoreLowered(to + length - 8, last);
     } else if (length >= 4) {
-        LowerAsciiAt<4>(text);
-        LowerAsciiAt<4>(text + length - 4);
+        const uint32_t first = LoadWord<uint32_t>(from);
+        const uint32_t last = LoadWord<uint32_t>(from + length - 4);
+        StoreLowered(to, first);
+        StoreLowered(to + length - 4, last);
     } else {
         for (std::size_t i = 0; i < length; ++i) {
-            text[i] = LowerAscii(text[i]);
+            to[i] = LowerAscii(from[i]);
         }
     }
+}
+
+inline void LowerAscii(char* text, std::size_t length) {
+    LowerAsciiCopy(text, length, text);
 }
 
 inline std::string LowerAscii(std::string text) {
@@ -113,11 +127,11 @@ struct THashNoCase {
         // The last word overlaps the one before rather than being copied byte by byte.
         if (size >= 8) {
             for (std::size_t i = 0; i + 8 < size; i += 8) {
-                mix(Load<uint64_t>(p + i));
+                mix(LoadWord<uint64_t>(p + i));
             }
-            mix(Load<uint64_t>(p + size - 8));
+            mix(LoadWord<uint64_t>(p + size - 8));
         } else if (size >= 4) {
-            mix(uint64_t(Load<uint32_t>(p)) << 32 | Load<uint32_t>(p + size - 4));
+            mix(uint64_t(LoadWord<uint32_t>(p)) << 32 | LoadWord<uint32_t>(p + size - 4));
         } else {
             uint64_t word = 0;
             for (std::size_t i = 0; i < size; ++i) {
@@ -130,14 +144,6 @@ struct THashNoCase {
         hash ^= hash >> 33;
         hash *= 0xFF51AFD7ED558CCDull;
         return static_cast<size_t>(hash ^ (hash >> 33));
-    }
-
-private:
-    template <class T>
-    static T Load(const char* at) {
-        T word;
-        std::memcpy(&word, at, sizeof word);
-        return word;
     }
 };
 

@@ -51,8 +51,8 @@ TEST(THashNoCase, SpreadsNamesThatDifferOnlyAtTheirEnd) {
     }
 }
 
-// The word-wise lowering against the byte-wise one, at every length the word steps treat apart
-// and with every byte next to the capitals' range.
+// The word-wise lowering against the byte-wise one, in place and into another buffer, at every
+// length the word steps treat apart and with every byte next to the capitals' range.
 TEST(LowerAscii, LowersOnlyAsciiCapitalsAtEveryLength) {
     const std::string kBytes = "@AZ[`az{\x80\xC4\xFF\x01 .QUALIFIER.ARRAY";
     for (size_t length = 0; length <= kBytes.size(); ++length) {
@@ -62,6 +62,9 @@ TEST(LowerAscii, LowersOnlyAsciiCapitalsAtEveryLength) {
             for (char& c : expected) {
                 c = LowerAscii(c);
             }
+            std::string copy(length + 2, '#');
+            LowerAsciiCopy(text.data(), length, &copy[0]);
+            EXPECT_EQ(expected + "##", copy) << "length " << length << " from " << start;
             LowerAscii(&text[0], text.size());
             EXPECT_EQ(expected, text) << "length " << length << " from " << start;
         }
