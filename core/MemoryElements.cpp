@@ -44,9 +44,9 @@ void TMemoryQualifierDecl::Commit(TCIMOptions) {
     LockOwner(m_owner)->CommitQualifierDecl(shared_from_this());
 }
 
-TMemoryQualifier::TMemoryQualifier(const boost::shared_ptr<ICIMQualifierDecl>& decl,
+TMemoryQualifier::TMemoryQualifier(boost::shared_ptr<ICIMQualifierDecl> decl,
                                    const TCIMValue& value, ICIMQualifierDecl::EFlavor flavor)
-    : m_decl(decl), m_value(Conform(value, DeclaredType(decl))), m_flavor(flavor) {}
+    : m_decl(std::move(decl)), m_value(Conform(value, DeclaredType(m_decl))), m_flavor(flavor) {}
 
 void TQualifierSet::Inherit(const TQualifierList& effective) {
     m_inherited.reserve(effective.size());
@@ -57,11 +57,11 @@ void TQualifierSet::Inherit(const TQualifierList& effective) {
     }
 }
 
-void TQualifierSet::Add(const boost::shared_ptr<ICIMQualifier>& qualifier) {
+void TQualifierSet::Add(boost::shared_ptr<ICIMQualifier> qualifier) {
     const std::string& name = qualifier->GetName(TCIMOptions());
     for (boost::shared_ptr<ICIMQualifier>& own : m_own) {
         if (EqualNoCase(own->GetName(TCIMOptions()), name)) {
-            own = qualifier;
+            own = std::move(qualifier);
             return;
         }
     }
@@ -69,7 +69,7 @@ void TQualifierSet::Add(const boost::shared_ptr<ICIMQualifier>& qualifier) {
     if (m_own.empty()) {
         m_own.reserve(4);
     }
-    m_own.push_back(qualifier);
+    m_own.push_back(std::move(qualifier));
 }
 
 boost::shared_ptr<ICIMQualifier> TQualifierSet::Find(const std::string& name) const {

@@ -17,6 +17,7 @@
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace NQRN20 {
@@ -129,7 +130,7 @@ private:
 
 class TMemoryQualifier : public ICIMQualifier {
 public:
-    TMemoryQualifier(const boost::shared_ptr<ICIMQualifierDecl>& decl, const TCIMValue& value,
+    TMemoryQualifier(boost::shared_ptr<ICIMQualifierDecl> decl, const TCIMValue& value,
                      ICIMQualifierDecl::EFlavor flavor);
     const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
     // The declaration's: qualifiers are many, and the declaration is kept anyway.
@@ -147,7 +148,7 @@ private:
 class TQualifierSet {
 public:
     void Inherit(const TQualifierList& effective);
-    void Add(const boost::shared_ptr<ICIMQualifier>& qualifier);
+    void Add(boost::shared_ptr<ICIMQualifier> qualifier);
     boost::shared_ptr<ICIMQualifier> Find(const std::string& name) const;
     // Inherited first, each replaced in place by an own qualifier of its name; then the others.
     TQualifierList Effective() const;
@@ -166,13 +167,13 @@ public:
         if (!qualifier) {
             throw TQRNException(kQRNStatusInvalidArgument);
         }
-        m_qualifiers.Add(qualifier);
+        m_qualifiers.Add(std::move(qualifier));
     }
     boost::shared_ptr<ICIMQualifier> CreateQualifier(boost::shared_ptr<ICIMQualifierDecl> decl,
                                                      const TCIMValue& value,
                                                      ICIMQualifierDecl::EFlavor flavor,
                                                      TCIMOptions) override {
-        return boost::make_shared<TMemoryQualifier>(decl, value, flavor);
+        return boost::make_shared<TMemoryQualifier>(std::move(decl), value, flavor);
     }
     void EnumQualifiers(TEnumCallback<ICIMQualifier> callback, TCIMOptions) override {
         Enumerate(m_qualifiers.Effective(), callback);

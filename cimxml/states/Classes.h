@@ -19,6 +19,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace NQRN20 {
 
@@ -43,7 +44,8 @@ private:
 // What the three property declaration states share: the class, the declaration they create in
 // it, and the attributes and default value of their element.
 struct TPropertyDeclFields {
-    explicit TPropertyDeclFields(boost::shared_ptr<ICIMClass> cimClass) : m_class(cimClass) {}
+    explicit TPropertyDeclFields(boost::shared_ptr<ICIMClass> cimClass)
+        : m_class(std::move(cimClass)) {}
 
     // The class state below on the stack keeps the class alive; empty when it was not created.
     boost::weak_ptr<ICIMClass> m_class;
@@ -60,7 +62,8 @@ struct TPropertyDeclFields {
 // PROPERTY in a class: (QUALIFIER | VALUE)*, the last value standing as the default.
 class TCIMXMLParser::TStatePropertyDecl : public TCIMXMLParser::TParseState {
 public:
-    explicit TStatePropertyDecl(boost::shared_ptr<ICIMClass> cimClass) : m_fields(cimClass) {}
+    explicit TStatePropertyDecl(boost::shared_ptr<ICIMClass> cimClass)
+        : m_fields(std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -73,7 +76,8 @@ private:
 // PROPERTY.ARRAY in a class: (QUALIFIER | VALUE.ARRAY)*.
 class TCIMXMLParser::TStatePropertyArrayDecl : public TCIMXMLParser::TParseState {
 public:
-    explicit TStatePropertyArrayDecl(boost::shared_ptr<ICIMClass> cimClass) : m_fields(cimClass) {}
+    explicit TStatePropertyArrayDecl(boost::shared_ptr<ICIMClass> cimClass)
+        : m_fields(std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -88,7 +92,7 @@ private:
 class TCIMXMLParser::TStatePropertyReferenceDecl : public TCIMXMLParser::TParseState {
 public:
     explicit TStatePropertyReferenceDecl(boost::shared_ptr<ICIMClass> cimClass)
-        : m_fields(cimClass) {}
+        : m_fields(std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;

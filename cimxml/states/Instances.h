@@ -26,6 +26,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace NQRN20 {
@@ -48,7 +49,8 @@ private:
 // What the three property value states share: the instance, the property's name and the value
 // that its element carries.
 struct TPropertyValue {
-    explicit TPropertyValue(boost::shared_ptr<ICIMInstance> instance) : m_instance(instance) {}
+    explicit TPropertyValue(boost::shared_ptr<ICIMInstance> instance)
+        : m_instance(std::move(instance)) {}
 
     boost::shared_ptr<ICIMInstance> m_instance;
     std::string m_name;
@@ -62,7 +64,8 @@ struct TPropertyValue {
 // handed to the INSTANCE state, since a missing end tag is the likeliest cause.
 class TCIMXMLParser::TStateProperty : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateProperty(boost::shared_ptr<ICIMInstance> instance) : m_property(instance) {}
+    explicit TStateProperty(boost::shared_ptr<ICIMInstance> instance)
+        : m_property(std::move(instance)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -82,7 +85,8 @@ private:
 // PROPERTY.ARRAY in an instance: (QUALIFIER | VALUE.ARRAY)*.
 class TCIMXMLParser::TStatePropertyArray : public TCIMXMLParser::TParseState {
 public:
-    explicit TStatePropertyArray(boost::shared_ptr<ICIMInstance> instance) : m_property(instance) {}
+    explicit TStatePropertyArray(boost::shared_ptr<ICIMInstance> instance)
+        : m_property(std::move(instance)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -98,7 +102,7 @@ private:
 class TCIMXMLParser::TStatePropertyReference : public TCIMXMLParser::TParseState {
 public:
     explicit TStatePropertyReference(boost::shared_ptr<ICIMInstance> instance)
-        : m_property(instance) {}
+        : m_property(std::move(instance)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;

@@ -18,13 +18,14 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace NQRN20 {
 
 // METHOD: its qualifiers and parameters in any order; committed at its end.
 class TCIMXMLParser::TStateMethod : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateMethod(boost::shared_ptr<ICIMClass> cimClass) : m_class(cimClass) {}
+    explicit TStateMethod(boost::shared_ptr<ICIMClass> cimClass) : m_class(std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -40,7 +41,8 @@ private:
 // What the four parameter states share: the method, the declaration they create in it, and the
 // attributes and value of their element. The value is parsed for its errors and goes nowhere.
 struct TParameterFields {
-    explicit TParameterFields(boost::shared_ptr<ICIMMethodDecl> method) : m_method(method) {}
+    explicit TParameterFields(boost::shared_ptr<ICIMMethodDecl> method)
+        : m_method(std::move(method)) {}
 
     boost::shared_ptr<ICIMMethodDecl> m_method;
     boost::shared_ptr<ICIMParameterDecl> m_parameter;
@@ -57,7 +59,8 @@ struct TParameterFields {
 // PARAMETER: (QUALIFIER | VALUE | VALUE.ARRAY)*.
 class TCIMXMLParser::TStateParameter : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateParameter(boost::shared_ptr<ICIMMethodDecl> method) : m_fields(method) {}
+    explicit TStateParameter(boost::shared_ptr<ICIMMethodDecl> method)
+        : m_fields(std::move(method)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -71,7 +74,7 @@ private:
 class TCIMXMLParser::TStateParameterReference : public TCIMXMLParser::TParseState {
 public:
     explicit TStateParameterReference(boost::shared_ptr<ICIMMethodDecl> method)
-        : m_fields(method) {}
+        : m_fields(std::move(method)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -84,7 +87,8 @@ private:
 // PARAMETER.ARRAY: (QUALIFIER | VALUE | VALUE.ARRAY)*; declared with its element type.
 class TCIMXMLParser::TStateParameterArray : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateParameterArray(boost::shared_ptr<ICIMMethodDecl> method) : m_fields(method) {}
+    explicit TStateParameterArray(boost::shared_ptr<ICIMMethodDecl> method)
+        : m_fields(std::move(method)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -97,7 +101,8 @@ private:
 // PARAMETER.REFARRAY: (QUALIFIER | VALUE.ARRAY)*; declared as a reference.
 class TCIMXMLParser::TStateParameterRefArray : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateParameterRefArray(boost::shared_ptr<ICIMMethodDecl> method) : m_fields(method) {}
+    explicit TStateParameterRefArray(boost::shared_ptr<ICIMMethodDecl> method)
+        : m_fields(std::move(method)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;

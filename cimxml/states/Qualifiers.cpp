@@ -67,7 +67,7 @@ void TCIMXMLParser::TStateQualifier::StartElement(TCIMXMLParser& parser, const s
 // declared is always reported.
 void TCIMXMLParser::TStateQualifier::EndElement(TCIMXMLParser& parser, const std::string&) {
     try {
-        const boost::shared_ptr<ICIMQualifierDecl> declaration =
+        boost::shared_ptr<ICIMQualifierDecl> declaration =
             RequireNamespace(parser)->GetQualifierDecl(m_name, TCIMOptions());
         // A propagated qualifier stays with the element it was inherited from. Nothing is
         // attached to an owner that was not created: that is reported with the owner's element.
@@ -76,7 +76,7 @@ void TCIMXMLParser::TStateQualifier::EndElement(TCIMXMLParser& parser, const std
                 m_value = TCIMValue(declaration->GetType(TCIMOptions()), 0);
             }
             m_owner->AddQualifier(
-                m_owner->CreateQualifier(declaration, m_value, m_flavor, TCIMOptions()),
+                m_owner->CreateQualifier(std::move(declaration), m_value, m_flavor, TCIMOptions()),
                 TCIMOptions());
         }
     } catch (const TQRNException& error) {

@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace NQRN20 {
 
@@ -21,7 +22,8 @@ namespace NQRN20 {
 // looked up and the qualifier attached to its owner, unless it is propagated.
 class TCIMXMLParser::TStateQualifier : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateQualifier(boost::shared_ptr<ICIMNamedElement> owner) : m_owner(owner) {}
+    explicit TStateQualifier(boost::shared_ptr<ICIMNamedElement> owner)
+        : m_owner(std::move(owner)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
