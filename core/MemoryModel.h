@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
+#include <cstring>
 #include <map>
 #include <mutex>
 #include <string>
@@ -53,7 +55,9 @@ void Enumerate(const std::vector<boost::shared_ptr<TElement>>& elements,
 }
 
 // Named members in order, found by name regardless of letter case. Each class holds a copy of its
-// superclass's table, so the index is a flat array that copies as one block.
+// superclass's table, so the index is flat arrays that copy as blocks. The table keeps the names
+// itself: a lookup then reads a slot and the name's bytes, instead of following the member and its
+// string to memory that a large document has long pushed out of the cache.
 template <class T>
 class TMemberTable {
 public:
@@ -62,12 +66,13 @@ public:
         if (2 * (m_members.size() + 1) > m_slots.size()) {
             Rehash(std::max<size_t>(16, 2 * m_slots.size()));
         }
-        uint32_t& slot = m_slots[Probe(member->Name())];
-        if (slot != 0) {
-            m_members[slot - 1] = member;
+        const std::string& name = member->Name();
+        TSlot& slot = m_slots[Probe(name.data(), name.size())];
+        if (slot.m_member != 0) {
+            m_members[slot.m_member - 1] = member;
         } else {
             m_members.push_back(member);
-            slot = static_cast<uint32_t>(m_members.size());
+            slot = TSlot{static_cast<uint32_t>(m_members.size()), AddName(name)};
         }
     }
     boost::shared_ptr<T> Find(const std::string& name) const {
@@ -76,33 +81,57 @@ public:
     }
     // The position of a member, or the member count when absent.
     size_t IndexOf(const std::string& name) const {
-        const uint32_t slot = m_slots.empty() ? 0 : m_slots[Probe(name)];
-        return slot == 0 ? m_members.size() : slot - 1;
+        const uint32_t member =
+            m_slots.empty() ? 0 : m_slots[Probe(name.data(), name.size())].m_member;
+        return member == 0 ? m_members.size() : member - 1;
     }
     const std::vector<boost::shared_ptr<T>>& All() const { return m_members; }
 
 private:
+    struct TSlot {
+        uint32_t m_member; // 0 when empty, else the member's position plus one
+        uint32_t m_name;   // where the member's name starts in m_names
+    };
+
+    // The names one after the other, each after its length in four bytes.
+    uint32_t AddName(const std::string& name) {
+        const uint32_t at = static_cast<uint32_t>(m_names.size());
+        const uint32_t size = static_cast<uint32_t>(name.size());
+        m_names.append(reinterpret_cast<const char*>(&size), sizeof size).append(name);
+        return at;
+    }
+    bool NameAt(uint32_t at, const char* name, size_t size) const {
+        uint32_t stored;
+        std::memcpy(&stored, m_names.data() + at, sizeof stored);
+        return stored == size && EqualNoCase(m_names.data() + at + sizeof stored, name, size);
+    }
     // The slot of the member of that name, or the empty slot where it would go. The slots are at
     // most half full, so an empty one is never far.
-    size_t Probe(const std::string& name) const {
+    size_t Probe(const char* name, size_t size) const {
         const size_t mask = m_slots.size() - 1;
-        for (size_t i = THashNoCase()(name) & mask;; i = (i + 1) & mask) {
-            const uint32_t slot = m_slots[i];
-            if (slot == 0 || EqualNoCase(m_members[slot - 1]->Name(), name)) {
+        for (size_t i = THashNoCase()(name, size) & mask;; i = (i + 1) & mask) {
+            const TSlot& slot = m_slots[i];
+            if (slot.m_member == 0 || NameAt(slot.m_name, name, size)) {
                 return i;
             }
         }
     }
     void Rehash(size_t size) {
-        m_slots.assign(size, 0);
-        for (size_t i = 0; i < m_members.size(); ++i) {
-            m_slots[Probe(m_members[i]->Name())] = static_cast<uint32_t>(i + 1);
+        std::vector<TSlot> old(size, TSlot{0, 0});
+        old.swap(m_slots);
+        for (const TSlot& slot : old) {
+            if (slot.m_member != 0) {
+                uint32_t length;
+                std::memcpy(&length, m_names.data() + slot.m_name, sizeof length);
+                m_slots[Probe(m_names.data() + slot.m_name + sizeof length, length)] = slot;
+            }
         }
     }
 
     std::vector<boost::shared_ptr<T>> m_members;
-    // Empty or a power of two in size; 0 for an empty slot, else a member's position plus one.
-    std::vector<uint32_t> m_slots;
+    // Empty or a power of two in size.
+    std::vector<TSlot> m_slots;
+    std::string m_names;
 };
 
 class TMemoryQualifierDecl : public ICIMQualifierDecl,

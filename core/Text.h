@@ -117,9 +117,8 @@ inline std::string TrimXmlSpace(const std::string& text) {
 // names. Eight bytes are mixed at a time, each with its 0x20 bit set, which is all that tells an
 // ASCII capital from its small letter.
 struct THashNoCase {
-    size_t operator()(const std::string& text) const {
-        const char* p = text.data();
-        const std::size_t size = text.size();
+    size_t operator()(const std::string& text) const { return (*this)(text.data(), text.size()); }
+    size_t operator()(const char* p, std::size_t size) const {
         uint64_t hash = size;
         const auto mix = [&hash](uint64_t word) {
             hash = (hash ^ (word | 0x2020202020202020ull)) * 0x9E3779B97F4A7C15ull;
