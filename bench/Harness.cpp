@@ -27,23 +27,59 @@ std::string Quoted(const std::string& text) {
 
 } // namespace
 
-double MeasureRun(const TWorkload& workload, uint64_t bytes, double minSeconds) {
+namespace {
+
+// A run in progress: its timed time and iterations so far.
+struct TRun {
+    double m_timed = 0;
+    uint64_t m_iterations = 0;
+};
+
+// Repeats the workload until the run's timed time reaches the given mark, at least once.
+void RunUntil(const TWorkload& workload, TRun& run, double mark) {
     using TClock = std::chrono::steady_clock;
-    double timed = 0;
-    uint64_t iterations = 0;
     do {
         if (workload.m_prepare) {
             workload.m_prepare();
         }
         const TClock::time_point start = TClock::now();
         workload.m_run();
-        timed += std::chrono::duration<double>(TClock::now() - start).count();
+        run.m_timed += std::chrono::duration<double>(TClock::now() - start).count();
         if (workload.m_finish) {
             workload.m_finish();
         }
-        ++iterations;
-    } while (timed < minSeconds);
-    return double(bytes) * double(iterations) / timed / 1e6;
+        ++run.m_iterations;
+    } while (run.m_timed < mark);
+}
+
+} // namespace
+
+double MeasureRun(const TWorkload& workload, uint64_t bytes, double minSeconds) {
+    return MeasureRunsTogether({&workload}, bytes, minSeconds).front();
+}
+
+std::vector<double> MeasureRunsTogether(const std::vector<const TWorkload*>& workloads,
+                                        uint64_t bytes, double minSeconds) {
+    // Short enough that the workloads take turns many times within a run.
+    const double kSlice = 0.02;
+    std::vector<TRun> runs(workloads.size());
+    for (double mark = kSlice;; mark += kSlice) {
+        bool done = true;
+        for (size_t i = 0; i < workloads.size(); ++i) {
+            if (runs[i].m_timed < minSeconds) {
+                RunUntil(*workloads[i], runs[i], std::min(mark, minSeconds));
+                done = done && runs[i].m_timed >= minSeconds;
+            }
+        }
+        if (done) {
+            break;
+        }
+    }
+    std::vector<double> throughputs;
+    for (const TRun& run : runs) {
+        throughputs.push_back(double(bytes) * double(run.m_iterations) / run.m_timed / 1e6);
+    }
+    return throughputs;
 }
 
 std::vector<double> Measure(const TWorkload& workload, uint64_t bytes, const TTiming& timing) {

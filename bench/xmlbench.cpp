@@ -294,16 +294,21 @@ void TBench::Add(const std::string& name, const TWorkload& workload) {
     }
 }
 
-// Each round runs every measurement once, so a machine whose speed drifts during the minutes
-// the benchmark takes slows all of them alike, and the ratios stay fair.
+// Each round takes one run of every measurement, all of them in turns over the same seconds, so
+// that a machine whose speed drifts slows all of them alike, and the ratios stay fair.
 void TBench::RunInterleaved(const TDocument& document) {
+    std::vector<const TWorkload*> workloads;
+    for (const auto& pending : m_pending) {
+        workloads.push_back(&pending.second);
+    }
     std::vector<std::vector<double>> runs(m_pending.size());
     for (int round = 0; round < m_timing.m_runs; ++round) {
         std::fprintf(stderr, "  %s: round %d of %d\n", document.m_name.c_str(), round + 1,
                      m_timing.m_runs);
+        const std::vector<double> throughputs =
+            MeasureRunsTogether(workloads, document.Size(), m_timing.m_minSeconds);
         for (size_t i = 0; i < m_pending.size(); ++i) {
-            runs[i].push_back(
-                MeasureRun(m_pending[i].second, document.Size(), m_timing.m_minSeconds));
+            runs[i].push_back(throughputs[i]);
         }
     }
     for (size_t i = 0; i < m_pending.size(); ++i) {
