@@ -54,10 +54,6 @@ void RunUntil(const TWorkload& workload, TRun& run, double mark) {
 
 } // namespace
 
-double MeasureRun(const TWorkload& workload, uint64_t bytes, double minSeconds) {
-    return MeasureRunsTogether({&workload}, bytes, minSeconds).front();
-}
-
 std::vector<double> MeasureRunsTogether(const std::vector<const TWorkload*>& workloads,
                                         uint64_t bytes, double minSeconds) {
     // Short enough that the workloads take turns many times within a run.
@@ -78,14 +74,6 @@ std::vector<double> MeasureRunsTogether(const std::vector<const TWorkload*>& wor
     std::vector<double> throughputs;
     for (const TRun& run : runs) {
         throughputs.push_back(double(bytes) * double(run.m_iterations) / run.m_timed / 1e6);
-    }
-    return throughputs;
-}
-
-std::vector<double> Measure(const TWorkload& workload, uint64_t bytes, const TTiming& timing) {
-    std::vector<double> throughputs;
-    for (int run = 0; run < timing.m_runs; ++run) {
-        throughputs.push_back(MeasureRun(workload, bytes, timing.m_minSeconds));
     }
     return throughputs;
 }

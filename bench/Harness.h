@@ -21,15 +21,10 @@ struct TTiming {
     int m_runs = 5;
 };
 
-// One run: the workload repeated until the timed time reaches the minimum; its throughput in
-// MB/s (10^6 bytes) of the given document size.
-double MeasureRun(const TWorkload& workload, uint64_t bytes, double minSeconds);
 // One run of each workload, taken together: they repeat in turns, a short slice of time each,
 // until each has its minimum. A machine whose speed drifts then slows all of them alike.
 std::vector<double> MeasureRunsTogether(const std::vector<const TWorkload*>& workloads,
                                         uint64_t bytes, double minSeconds);
-// The throughput of each of the timing's runs of the workload.
-std::vector<double> Measure(const TWorkload& workload, uint64_t bytes, const TTiming& timing);
 
 double Median(std::vector<double> values);
 
