@@ -39,10 +39,12 @@ void TMemoryClass::Commit(TCIMOptions) {
     m_properties = MergedProperties();
     m_methods = MergedMethods();
     m_keyProperties.clear();
+    m_propertyTypes.clear();
     for (size_t i = 0; i < m_properties.All().size(); ++i) {
         if (m_properties.All()[i]->IsKey()) {
             m_keyProperties.push_back(i);
         }
+        m_propertyTypes.push_back(m_properties.All()[i]->Value().GetType());
     }
     owner->CommitClass(shared_from_this());
 }

@@ -78,6 +78,7 @@ void AppendKeyValue(std::string& out, const TCIMValue& value) {
 TMemoryInstance::TMemoryInstance(const boost::shared_ptr<TMemoryClass>& cimClass,
                                  const boost::weak_ptr<TMemoryNamespaceImpl>& owner)
     : m_class(cimClass), m_owner(owner) {
+    cimClass->PrefetchForInstance();
     const size_t count = cimClass->Properties().All().size();
     m_slots.reserve(count);
     for (size_t index = 0; index < count; ++index) {
@@ -106,7 +107,7 @@ void TMemoryInstance::SetPropertyValue(const std::string& name, const TCIMValue&
         throw TQRNException(kQRNStatusReadOnly);
     }
     const size_t index = IndexOf(name);
-    const TCIMValue::TCIMType declared = Declaration(index).Value().GetType();
+    const TCIMValue::TCIMType declared = m_class->PropertyType(index);
     if (value.GetType() == kCIMTypeNone && value.IsNull()) {
         Store(index, TCIMValue(declared, 0));
     } else if (value.GetType() != declared) {

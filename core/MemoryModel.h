@@ -54,6 +54,15 @@ void Enumerate(const std::vector<boost::shared_ptr<TElement>>& elements,
     }
 }
 
+// Asks for the cache lines of a block ahead of their use, so that their misses overlap instead of
+// coming one after the other.
+inline void PrefetchBlock(const void* data, size_t bytes) {
+    const char* begin = static_cast<const char*>(data);
+    for (size_t offset = 0; offset < bytes; offset += 64) {
+        __builtin_prefetch(begin + offset);
+    }
+}
+
 // Named members in order, found by name regardless of letter case. Each class holds a copy of its
 // superclass's table, so the index is flat arrays that copy as blocks. The table keeps the names
 // itself: a lookup then reads a slot and the name's bytes, instead of following the member and its
@@ -86,6 +95,10 @@ public:
         return member == 0 ? m_members.size() : member - 1;
     }
     const std::vector<boost::shared_ptr<T>>& All() const { return m_members; }
+    void Prefetch() const {
+        PrefetchBlock(m_slots.data(), m_slots.size() * sizeof(TSlot));
+        PrefetchBlock(m_names.data(), m_names.size());
+    }
 
 private:
     struct TSlot {
@@ -337,6 +350,14 @@ public:
     // Valid once committed.
     const TMemberTable<TMemoryPropertyDecl>& Properties() const { return m_properties; }
     const std::vector<size_t>& KeyProperties() const { return m_keyProperties; }
+    TCIMValue::TCIMType PropertyType(size_t index) const { return m_propertyTypes[index]; }
+    // An instance document may name another class every few instances, whose tables have long
+    // left the cache by then: fetching them as the instance is made spares each property of its
+    // own wait.
+    void PrefetchForInstance() const {
+        m_properties.Prefetch();
+        PrefetchBlock(m_propertyTypes.data(), m_propertyTypes.size() * sizeof(TCIMValue::TCIMType));
+    }
 
 private:
     TMemberTable<TMemoryPropertyDecl> MergedProperties() const;
@@ -353,6 +374,9 @@ private:
     TMemberTable<TMemoryPropertyDecl> m_properties;
     TMemberTable<TMemoryMethodDecl> m_methods;
     std::vector<size_t> m_keyProperties;
+    // The declared type of each property, so that instances check values without reading every
+    // declaration.
+    std::vector<TCIMValue::TCIMType> m_propertyTypes;
 };
 
 // Frees a class when its last handle goes. A long superclass chain would otherwise be freed by
@@ -397,7 +421,7 @@ private:
     public:
         explicit TPropertySlot(const TMemoryInstance* instance) : m_instance(instance) {}
         TCIMValue::TCIMType GetType(TCIMOptions) override {
-            return m_instance->Declaration(Index()).Value().GetType();
+            return m_instance->m_class->PropertyType(Index());
         }
         const std::string& GetName(TCIMOptions) override {
             return m_instance->Declaration(Index()).Name();
