@@ -78,11 +78,11 @@ void TCIMXMLParser::TStateInstance::StartElement(TCIMXMLParser& parser, const st
     if (!instance) {
         parser.PushState(new (parser) TStateSkip(), attributes);
     } else if (name == kProperty) {
-        parser.PushState(new (parser) TStateProperty(instance), attributes);
+        parser.PushState(new (parser) TStateProperty(instance.get()), attributes);
     } else if (name == kPropertyArray) {
-        parser.PushState(new (parser) TStatePropertyArray(instance), attributes);
+        parser.PushState(new (parser) TStatePropertyArray(instance.get()), attributes);
     } else {
-        parser.PushState(new (parser) TStatePropertyReference(instance), attributes);
+        parser.PushState(new (parser) TStatePropertyReference(instance.get()), attributes);
     }
 }
 
