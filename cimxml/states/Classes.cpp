@@ -41,7 +41,7 @@ void StartPropertyDeclChild(TCIMXMLParser& parser, TPropertyDeclFields& fields,
                             const std::string& name, TAttributeMap& attributes,
                             const char* valueElement, TMakeValueState makeValueState) {
     if (name == kQualifier) {
-        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_declaration),
+        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_declaration.get()),
                          attributes);
     } else if (name == valueElement) {
         fields.m_valueSeen = true;
@@ -96,7 +96,7 @@ void TCIMXMLParser::TStateClass::StartElement(TCIMXMLParser& parser, const std::
     switch (m_phase) {
     case kPhaseQualifiers:
         if (name == kQualifier) {
-            parser.PushState(new (parser) TStateQualifier(m_class), attributes);
+            parser.PushState(new (parser) TStateQualifier(m_class.get()), attributes);
             return;
         }
         m_phase = kPhaseProperties;

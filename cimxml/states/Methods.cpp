@@ -60,7 +60,7 @@ void DeclareParameter(TCIMXMLParser& parser, TParameterFields& fields, EParamete
 void StartParameterChild(TCIMXMLParser& parser, TParameterFields& fields, EParameterKind kind,
                          const std::string& name, TAttributeMap& attributes) {
     if (name == kQualifier) {
-        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_parameter),
+        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_parameter.get()),
                          attributes);
     } else if (name == kValue && !IsReference(kind)) {
         fields.m_valueSeen = true;
@@ -116,7 +116,7 @@ void TCIMXMLParser::TStateMethod::StartElement(TCIMXMLParser& parser, const std:
     } else if (name == kParameterArray) {
         parser.PushState(new (parser) TStateParameterArray(m_method), attributes);
     } else if (name == kQualifier) {
-        parser.PushState(new (parser) TStateQualifier(m_method), attributes);
+        parser.PushState(new (parser) TStateQualifier(m_method.get()), attributes);
     } else if (name == kParameterRefArray) {
         parser.PushState(new (parser) TStateParameterRefArray(m_method), attributes);
     } else {
