@@ -28,10 +28,9 @@ void DeclareProperty(TCIMXMLParser& parser, TPropertyDeclFields& fields, TAttrib
             parser.HandleClassOrigin(it, &fields.m_classOrigin) ||
             parser.HandlePropagated(it, fields.m_propagated);
     }
-    const boost::shared_ptr<ICIMClass> cimClass = fields.m_class.lock();
-    if (cimClass) {
+    if (fields.m_class) {
         fields.m_declaration =
-            cimClass->CreatePropertyDecl(fields.m_name, TCIMValue(), TCIMOptions());
+            fields.m_class->CreatePropertyDecl(fields.m_name, TCIMValue(), TCIMOptions());
     }
 }
 
@@ -62,7 +61,7 @@ void EndPropertyDecl(TCIMXMLParser& parser, TPropertyDeclFields& fields, TMakeDe
         }
         fields.m_declaration->SetValue(fields.m_value, TCIMOptions());
         CommitAllowingDuplicate(fields.m_declaration);
-    } else if (!fields.m_class.expired()) {
+    } else if (fields.m_class) {
         parser.FatalError(kCouldntDeclareProperty + fields.m_name);
     }
     parser.PopState();
@@ -103,15 +102,15 @@ void TCIMXMLParser::TStateClass::StartElement(TCIMXMLParser& parser, const std::
         [[fallthrough]];
     case kPhaseProperties:
         if (name == kProperty) {
-            parser.PushState(new (parser) TStatePropertyDecl(m_class), attributes);
+            parser.PushState(new (parser) TStatePropertyDecl(m_class.get()), attributes);
             return;
         }
         if (name == kPropertyArray) {
-            parser.PushState(new (parser) TStatePropertyArrayDecl(m_class), attributes);
+            parser.PushState(new (parser) TStatePropertyArrayDecl(m_class.get()), attributes);
             return;
         }
         if (name == kPropertyReference) {
-            parser.PushState(new (parser) TStatePropertyReferenceDecl(m_class), attributes);
+            parser.PushState(new (parser) TStatePropertyReferenceDecl(m_class.get()), attributes);
             return;
         }
         m_phase = kPhaseMethods;
@@ -120,7 +119,7 @@ void TCIMXMLParser::TStateClass::StartElement(TCIMXMLParser& parser, const std::
         if (name != kMethod) {
             parser.RejectElement(name);
         }
-        parser.PushState(new (parser) TStateMethod(m_class), attributes);
+        parser.PushState(new (parser) TStateMethod(m_class.get()), attributes);
         return;
     default:
         parser.ReportStateCorrupt();

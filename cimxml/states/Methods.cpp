@@ -100,9 +100,8 @@ void TCIMXMLParser::TStateMethod::ProcessAttributes(TCIMXMLParser& parser,
     for (auto it = attributes.begin(); it != attributes.end(); ++it) {
         parser.HandleCIMName(it, &m_name) || parser.HandleCIMType(it, &m_returnType);
     }
-    const boost::shared_ptr<ICIMClass> cimClass = m_class.lock();
-    if (cimClass) {
-        m_method = cimClass->CreateMethodDecl(m_name, m_returnType, TCIMOptions());
+    if (m_class) {
+        m_method = m_class->CreateMethodDecl(m_name, m_returnType, TCIMOptions());
     }
 }
 
@@ -129,7 +128,7 @@ void TCIMXMLParser::TStateMethod::StartElement(TCIMXMLParser& parser, const std:
 void TCIMXMLParser::TStateMethod::EndElement(TCIMXMLParser& parser, const std::string&) {
     if (m_method) {
         CommitAllowingDuplicate(m_method);
-    } else if (!m_class.expired()) {
+    } else if (m_class) {
         parser.FatalError(kCouldntDeclareMethod + m_name);
     }
     parser.PopState();

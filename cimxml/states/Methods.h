@@ -14,7 +14,6 @@
 
 #include "cimxml/CIMXMLParser.h"
 
-#include <boost/weak_ptr.hpp>
 
 #include <cstdint>
 #include <string>
@@ -25,7 +24,7 @@ namespace NQRN20 {
 // METHOD: its qualifiers and parameters in any order; committed at its end.
 class TCIMXMLParser::TStateMethod : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateMethod(boost::shared_ptr<ICIMClass> cimClass) : m_class(std::move(cimClass)) {}
+    explicit TStateMethod(ICIMClass* cimClass) : m_class(cimClass) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -34,7 +33,8 @@ public:
 private:
     boost::shared_ptr<ICIMMethodDecl> m_method;
     std::string m_name;
-    boost::weak_ptr<ICIMClass> m_class;
+    // The class state below on the stack holds the class; null when it was not created.
+    ICIMClass* m_class;
     TCIMValue::TCIMType m_returnType;
 };
 
