@@ -14,7 +14,6 @@
 
 #include "cimxml/CIMXMLParser.h"
 
-
 #include <cstdint>
 #include <string>
 #include <utility>
