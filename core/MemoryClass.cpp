@@ -19,10 +19,9 @@ void TClassDeleter::operator()(TMemoryClass* cimClass) const {
     pending = nullptr;
 }
 
-TMemoryClass::TMemoryClass(const boost::weak_ptr<TMemoryNamespaceImpl>& owner,
-                           const std::string& name,
+TMemoryClass::TMemoryClass(boost::weak_ptr<TMemoryNamespaceImpl> owner, const std::string& name,
                            const boost::shared_ptr<TMemoryClass>& superClass)
-    : TNamedElement(name), m_owner(owner), m_superClass(superClass),
+    : TNamedElement(name), m_owner(std::move(owner)), m_superClass(superClass),
       m_depth(superClass ? superClass->m_depth + 1 : 0) {
     if (superClass) {
         m_qualifiers.Inherit(superClass->EffectiveQualifiers());

@@ -31,10 +31,10 @@ TCIMValue::TCIMType DeclaredType(const boost::shared_ptr<ICIMQualifierDecl>& dec
 
 } // namespace
 
-TMemoryQualifierDecl::TMemoryQualifierDecl(const boost::weak_ptr<TMemoryNamespaceImpl>& owner,
+TMemoryQualifierDecl::TMemoryQualifierDecl(boost::weak_ptr<TMemoryNamespaceImpl> owner,
                                            const std::string& name, const TCIMValue& value,
                                            uint32_t scope, EFlavor flavor)
-    : m_owner(owner), m_name(name), m_value(value), m_scope(scope), m_flavor(flavor) {
+    : m_owner(std::move(owner)), m_name(name), m_value(value), m_scope(scope), m_flavor(flavor) {
     if (name.empty()) {
         throw TQRNException(kQRNStatusInvalidArgument);
     }
@@ -101,9 +101,9 @@ TQualifierList TQualifierSet::Effective() const {
     return effective;
 }
 
-TMemoryParameterDecl::TMemoryParameterDecl(const boost::weak_ptr<TMemoryMethodDecl>& method,
+TMemoryParameterDecl::TMemoryParameterDecl(boost::weak_ptr<TMemoryMethodDecl> method,
                                            const std::string& name, TCIMValue::TCIMType type)
-    : TNamedElement(name), m_method(method), m_type(type) {}
+    : TNamedElement(name), m_method(std::move(method)), m_type(type) {}
 
 void TMemoryParameterDecl::Commit(TCIMOptions) {
     if (m_committed) {
@@ -121,10 +121,10 @@ void TMemoryParameterDecl::SetShape(bool isArray, uint32_t arraySize,
     m_referenceClass = referenceClass;
 }
 
-TMemoryMethodDecl::TMemoryMethodDecl(const boost::weak_ptr<TMemoryClass>& owner,
-                                     const std::string& name, TCIMValue::TCIMType returnType,
+TMemoryMethodDecl::TMemoryMethodDecl(boost::weak_ptr<TMemoryClass> owner, const std::string& name,
+                                     TCIMValue::TCIMType returnType,
                                      const TQualifierList& inherited)
-    : TNamedElement(name), m_owner(owner), m_type(returnType) {
+    : TNamedElement(name), m_owner(std::move(owner)), m_type(returnType) {
     m_qualifiers.Inherit(inherited);
 }
 
@@ -152,10 +152,10 @@ void TMemoryMethodDecl::AddParameterDecl(const boost::shared_ptr<TMemoryParamete
     m_parameters.Put(parameter);
 }
 
-TMemoryPropertyDecl::TMemoryPropertyDecl(const boost::weak_ptr<TMemoryClass>& owner,
+TMemoryPropertyDecl::TMemoryPropertyDecl(boost::weak_ptr<TMemoryClass> owner,
                                          const std::string& name, const TCIMValue& initial,
                                          const TQualifierList& inherited)
-    : TNamedElement(name), m_owner(owner), m_value(initial) {
+    : TNamedElement(name), m_owner(std::move(owner)), m_value(initial) {
     m_qualifiers.Inherit(inherited);
 }
 

@@ -150,9 +150,8 @@ private:
 class TMemoryQualifierDecl : public ICIMQualifierDecl,
                              public boost::enable_shared_from_this<TMemoryQualifierDecl> {
 public:
-    TMemoryQualifierDecl(const boost::weak_ptr<TMemoryNamespaceImpl>& owner,
-                         const std::string& name, const TCIMValue& value, uint32_t scope,
-                         EFlavor flavor);
+    TMemoryQualifierDecl(boost::weak_ptr<TMemoryNamespaceImpl> owner, const std::string& name,
+                         const TCIMValue& value, uint32_t scope, EFlavor flavor);
     void Commit(TCIMOptions options) override;
     TCIMValue::TCIMType GetType(TCIMOptions) override { return m_value.GetType(); }
     const std::string& GetName(TCIMOptions) override { return m_name; }
@@ -244,7 +243,7 @@ protected:
 class TMemoryParameterDecl : public TNamedElement<ICIMParameterDecl>,
                              public boost::enable_shared_from_this<TMemoryParameterDecl> {
 public:
-    TMemoryParameterDecl(const boost::weak_ptr<TMemoryMethodDecl>& method, const std::string& name,
+    TMemoryParameterDecl(boost::weak_ptr<TMemoryMethodDecl> method, const std::string& name,
                          TCIMValue::TCIMType type);
     void Commit(TCIMOptions options) override;
     const std::string& GetName(TCIMOptions) override { return m_name; }
@@ -269,7 +268,7 @@ private:
 class TMemoryMethodDecl : public TNamedElement<ICIMMethodDecl>,
                           public boost::enable_shared_from_this<TMemoryMethodDecl> {
 public:
-    TMemoryMethodDecl(const boost::weak_ptr<TMemoryClass>& owner, const std::string& name,
+    TMemoryMethodDecl(boost::weak_ptr<TMemoryClass> owner, const std::string& name,
                       TCIMValue::TCIMType returnType, const TQualifierList& inherited);
     void Commit(TCIMOptions options) override;
     boost::shared_ptr<ICIMParameterDecl> CreateParameterDecl(const std::string& name,
@@ -295,7 +294,7 @@ private:
 class TMemoryPropertyDecl : public TNamedElement<ICIMPropertyDecl>,
                             public boost::enable_shared_from_this<TMemoryPropertyDecl> {
 public:
-    TMemoryPropertyDecl(const boost::weak_ptr<TMemoryClass>& owner, const std::string& name,
+    TMemoryPropertyDecl(boost::weak_ptr<TMemoryClass> owner, const std::string& name,
                         const TCIMValue& initial, const TQualifierList& inherited);
     boost::shared_ptr<ICIMQualifier> GetQualifier(const std::string& name, TCIMOptions) override;
     void Commit(TCIMOptions options) override;
@@ -320,7 +319,7 @@ private:
 class TMemoryClass : public TNamedElement<ICIMClass>,
                      public boost::enable_shared_from_this<TMemoryClass> {
 public:
-    TMemoryClass(const boost::weak_ptr<TMemoryNamespaceImpl>& owner, const std::string& name,
+    TMemoryClass(boost::weak_ptr<TMemoryNamespaceImpl> owner, const std::string& name,
                  const boost::shared_ptr<TMemoryClass>& superClass);
     ~TMemoryClass() override;
 
