@@ -92,7 +92,11 @@ bool TAttributeMap::Insert(const char* name, const char* nameEnd, const char* va
         return false;
     }
     value_type& entry = Add(rank);
-    Fill(entry.first, name, nameEnd);
+    // Tags of one kind come in runs and spell their attributes in one order, so the entry mostly
+    // holds this very name already from the tag before.
+    if (entry.first.size() != length || std::memcmp(entry.first.data(), name, length) != 0) {
+        Fill(entry.first, name, nameEnd);
+    }
     Fill(entry.second, value, valueEnd);
     return true;
 }
