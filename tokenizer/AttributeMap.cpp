@@ -29,6 +29,14 @@ void Fill(std::string& out, const char* begin, const char* end) {
     }
 }
 
+// Fills the string unless it holds the text already.
+void Refill(std::string& out, const char* begin, const char* end) {
+    const std::size_t size = std::size_t(end - begin);
+    if (out.size() != size || std::memcmp(out.data(), begin, size) != 0) {
+        Fill(out, begin, end);
+    }
+}
+
 } // namespace
 
 TAttributeMap::TAttributeMap(std::initializer_list<value_type> entries) {
@@ -93,11 +101,9 @@ bool TAttributeMap::Insert(const char* name, const char* nameEnd, const char* va
     }
     value_type& entry = Add(rank);
     // Tags of one kind come in runs and spell their attributes in one order, so the entry mostly
-    // holds this very name already from the tag before.
-    if (entry.first.size() != length || std::memcmp(entry.first.data(), name, length) != 0) {
-        Fill(entry.first, name, nameEnd);
-    }
-    Fill(entry.second, value, valueEnd);
+    // holds this very name already from the tag before, and often the value too.
+    Refill(entry.first, name, nameEnd);
+    Refill(entry.second, value, valueEnd);
     return true;
 }
 
