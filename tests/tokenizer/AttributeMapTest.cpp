@@ -1,10 +1,11 @@
 // Tests of TAttributeMap: name order whatever the order of adding, refused duplicates, erasing,
-// and entries that keep their storage across clear.
+// and entries that keep their storage and text across clear.
 #include "tokenizer/AttributeMap.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -89,6 +90,32 @@ TEST(TAttributeMap, RefillsTheStorageOfClearedEntries) {
     ASSERT_TRUE(InsertText(attributes, "name", "CIM_ManagedElementWithALongName"));
     EXPECT_EQ(storage, attributes.begin()->second.data());
     EXPECT_EQ("name=CIM_ManagedElementWithALongName", Walk(attributes));
+}
+
+// An entry keeps the name and value it held when the next tag spells them again; whatever differs,
+// by a letter or by length, must replace them.
+TEST(TAttributeMap, RefilledEntriesHoldEachTagsOwnText) {
+    const std::vector<std::vector<std::pair<std::string, std::string>>> kTags = {
+        {{"name", "Caption"}, {"type", "string"}},
+        {{"name", "Caption"}, {"type", "string"}},
+        {{"name", "Captiom"}, {"type", "uint32"}},
+        {{"nAme", "Cap"}, {"type", ""}},
+        {{"type", "string"}, {"name", "Description"}},
+        {{"name", ""}, {"tosubclass", "false"}, {"type", "boolean"}},
+        {{"name", "Caption"}},
+    };
+    TAttributeMap attributes;
+    for (const auto& tag : kTags) {
+        attributes.clear();
+        std::string expected;
+        for (const auto& attribute : tag) {
+            ASSERT_TRUE(InsertText(attributes, attribute.first, attribute.second));
+        }
+        for (const auto& entry : std::map<std::string, std::string>(tag.begin(), tag.end())) {
+            expected += (expected.empty() ? "" : " ") + entry.first + "=" + entry.second;
+        }
+        EXPECT_EQ(expected, Walk(attributes));
+    }
 }
 
 } // namespace
