@@ -40,7 +40,10 @@ TEST(TMemoryInstance, StartsWithTheClassDefaultsInClassOrder) {
     const auto properties = Properties(instance);
     EXPECT_EQ((TNames{"Name", "Size", "Flag"}), Names(properties));
     EXPECT_TRUE(properties[0]->GetValue({}).IsNull());
-    EXPECT_EQ(kCIMTypeString, ECIMType(properties[0]->GetType({})));
+    const ECIMType kTypes[] = {kCIMTypeString, kCIMTypeUint32, kCIMTypeBoolean};
+    for (size_t i = 0; i < properties.size(); ++i) {
+        EXPECT_EQ(kTypes[i], ECIMType(properties[i]->GetType({}))) << properties[i]->GetName({});
+    }
     EXPECT_EQ("7", properties[1]->GetValue({}).ToString());
     EXPECT_EQ("true", properties[2]->GetValue({}).ToString());
     EXPECT_EQ(ns->GetClass("EX_Sub", {}), instance->GetClass({}));
