@@ -39,23 +39,29 @@ struct TBuffer {
 // one has just freed.
 std::pair<double, double> CostsOf(const TWorkload& small, double smallUnits, const TWorkload& large,
                                   double largeUnits, bool together, const TTiming& timing) {
-    std::vector<double> smallCosts;
-    std::vector<double> largeCosts;
-    // With one byte per run, the throughputs are runs per microsecond.
-    const auto measure = [&](std::vector<const TWorkload*> workloads) {
-        return MeasureRunsTogether(workloads, 1, timing.m_minSeconds);
-    };
-    for (int round = 0; round < timing.m_runs; ++round) {
-        const std::vector<double> rates = together ? measure({&small, &large}) : measure({&small});
-        smallCosts.push_back(1e3 / rates[0] / smallUnits);
-        if (together) {
-            largeCosts.push_back(1e3 / rates[1] / largeUnits);
+    // Microseconds per run of each workload, a figure per round: with one byte per run, the
+    // throughputs are runs per microsecond.
+    const auto rounds = [&timing](const std::vector<const TWorkload*>& workloads) {
+        std::vector<std::vector<double>> times(workloads.size());
+        for (const TWorkload* workload : workloads) {
+            WarmUp(*workload);
         }
+        for (int round = 0; round < timing.m_runs; ++round) {
+            const std::vector<double> rates =
+                MeasureRunsTogether(workloads, 1, timing.m_minSeconds);
+            for (size_t i = 0; i < workloads.size(); ++i) {
+                times[i].push_back(1e3 / rates[i]);
+            }
+        }
+        return times;
+    };
+    std::vector<std::vector<double>> times;
+    if (together) {
+        times = rounds({&small, &large});
+    } else {
+        times = {rounds({&small}).front(), rounds({&large}).front()};
     }
-    for (int round = 0; round < timing.m_runs && !together; ++round) {
-        largeCosts.push_back(1e3 / measure({&large})[0] / largeUnits);
-    }
-    return {Median(smallCosts), Median(largeCosts)};
+    return {Median(times[0]) / smallUnits, Median(times[1]) / largeUnits};
 }
 
 TWorkload TokenizerWorkload(TBuffer& buffer) {

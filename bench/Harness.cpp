@@ -54,6 +54,11 @@ void RunUntil(const TWorkload& workload, TRun& run, double mark) {
 
 } // namespace
 
+void WarmUp(const TWorkload& workload) {
+    TRun run;
+    RunUntil(workload, run, 0);
+}
+
 std::vector<double> MeasureRunsTogether(const std::vector<const TWorkload*>& workloads,
                                         uint64_t bytes, double minSeconds) {
     // Short enough that the workloads take turns many times within a run.

@@ -21,6 +21,10 @@ struct TTiming {
     int m_runs = 5;
 };
 
+// One untimed run: a workload's first run pays for growing the heap and for the first touches of
+// its memory, which the targets, measured in a warm process, leave out.
+void WarmUp(const TWorkload& workload);
+
 // One run of each workload, taken together: they repeat in turns, a short slice of time each,
 // until each has its minimum. A machine whose speed drifts then slows all of them alike.
 std::vector<double> MeasureRunsTogether(const std::vector<const TWorkload*>& workloads,

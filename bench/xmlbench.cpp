@@ -315,6 +315,7 @@ void TBench::Add(const std::string& name, const TWorkload& workload) {
 void TBench::RunInterleaved(const TDocument& document) {
     std::vector<const TWorkload*> workloads;
     for (const auto& pending : m_pending) {
+        WarmUp(pending.second);
         workloads.push_back(&pending.second);
     }
     std::vector<std::vector<double>> runs(m_pending.size());
