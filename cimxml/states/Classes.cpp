@@ -28,9 +28,10 @@ void DeclareProperty(TCIMXMLParser& parser, TPropertyDeclFields& fields, TAttrib
             parser.HandleClassOrigin(it, &fields.m_classOrigin) ||
             parser.HandlePropagated(it, fields.m_propagated);
     }
-    if (fields.m_class) {
+    const boost::shared_ptr<ICIMClass> cimClass = fields.m_class.lock();
+    if (cimClass) {
         fields.m_declaration =
-            fields.m_class->CreatePropertyDecl(fields.m_name, TCIMValue(), TCIMOptions());
+            cimClass->CreatePropertyDecl(fields.m_name, TCIMValue(), TCIMOptions());
     }
 }
 
@@ -40,7 +41,7 @@ void StartPropertyDeclChild(TCIMXMLParser& parser, TPropertyDeclFields& fields,
                             const std::string& name, TAttributeMap& attributes,
                             const char* valueElement, TMakeValueState makeValueState) {
     if (name == kQualifier) {
-        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_declaration.get()),
+        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_declaration),
                          attributes);
     } else if (name == valueElement) {
         fields.m_valueSeen = true;
@@ -61,7 +62,7 @@ void EndPropertyDecl(TCIMXMLParser& parser, TPropertyDeclFields& fields, TMakeDe
         }
         fields.m_declaration->SetValue(fields.m_value, TCIMOptions());
         CommitAllowingDuplicate(fields.m_declaration);
-    } else if (fields.m_class) {
+    } else if (!fields.m_class.expired()) {
         parser.FatalError(kCouldntDeclareProperty + fields.m_name);
     }
     parser.PopState();
@@ -95,22 +96,22 @@ void TCIMXMLParser::TStateClass::StartElement(TCIMXMLParser& parser, const std::
     switch (m_phase) {
     case kPhaseQualifiers:
         if (name == kQualifier) {
-            parser.PushState(new (parser) TStateQualifier(m_class.get()), attributes);
+            parser.PushState(new (parser) TStateQualifier(m_class), attributes);
             return;
         }
         m_phase = kPhaseProperties;
         [[fallthrough]];
     case kPhaseProperties:
         if (name == kProperty) {
-            parser.PushState(new (parser) TStatePropertyDecl(m_class.get()), attributes);
+            parser.PushState(new (parser) TStatePropertyDecl(m_class), attributes);
             return;
         }
         if (name == kPropertyArray) {
-            parser.PushState(new (parser) TStatePropertyArrayDecl(m_class.get()), attributes);
+            parser.PushState(new (parser) TStatePropertyArrayDecl(m_class), attributes);
             return;
         }
         if (name == kPropertyReference) {
-            parser.PushState(new (parser) TStatePropertyReferenceDecl(m_class.get()), attributes);
+            parser.PushState(new (parser) TStatePropertyReferenceDecl(m_class), attributes);
             return;
         }
         m_phase = kPhaseMethods;
@@ -119,7 +120,7 @@ void TCIMXMLParser::TStateClass::StartElement(TCIMXMLParser& parser, const std::
         if (name != kMethod) {
             parser.RejectElement(name);
         }
-        parser.PushState(new (parser) TStateMethod(m_class.get()), attributes);
+        parser.PushState(new (parser) TStateMethod(m_class), attributes);
         return;
     default:
         parser.ReportStateCorrupt();

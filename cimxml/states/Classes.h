@@ -15,8 +15,11 @@
 
 #include "cimxml/CIMXMLParser.h"
 
+#include <boost/weak_ptr.hpp>
+
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace NQRN20 {
 
@@ -41,10 +44,11 @@ private:
 // What the three property declaration states share: the class, the declaration they create in
 // it, and the attributes and default value of their element.
 struct TPropertyDeclFields {
-    explicit TPropertyDeclFields(ICIMClass* cimClass) : m_class(cimClass) {}
+    explicit TPropertyDeclFields(boost::shared_ptr<ICIMClass> cimClass)
+        : m_class(std::move(cimClass)) {}
 
-    // The class state below on the stack holds the class; null when it was not created.
-    ICIMClass* m_class;
+    // The class state below on the stack keeps the class alive; empty when it was not created.
+    boost::weak_ptr<ICIMClass> m_class;
     std::string m_name;
     // References have no TYPE attribute; theirs stays kCIMTypeNone.
     TCIMValue::TCIMType m_type;
@@ -58,7 +62,8 @@ struct TPropertyDeclFields {
 // PROPERTY in a class: (QUALIFIER | VALUE)*, the last value standing as the default.
 class TCIMXMLParser::TStatePropertyDecl : public TCIMXMLParser::TParseState {
 public:
-    explicit TStatePropertyDecl(ICIMClass* cimClass) : m_fields(cimClass) {}
+    explicit TStatePropertyDecl(boost::shared_ptr<ICIMClass> cimClass)
+        : m_fields(std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -71,7 +76,8 @@ private:
 // PROPERTY.ARRAY in a class: (QUALIFIER | VALUE.ARRAY)*.
 class TCIMXMLParser::TStatePropertyArrayDecl : public TCIMXMLParser::TParseState {
 public:
-    explicit TStatePropertyArrayDecl(ICIMClass* cimClass) : m_fields(cimClass) {}
+    explicit TStatePropertyArrayDecl(boost::shared_ptr<ICIMClass> cimClass)
+        : m_fields(std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -85,7 +91,8 @@ private:
 // PROPERTY.REFERENCE in a class: (QUALIFIER | VALUE.REFERENCE)*; its type is always reference.
 class TCIMXMLParser::TStatePropertyReferenceDecl : public TCIMXMLParser::TParseState {
 public:
-    explicit TStatePropertyReferenceDecl(ICIMClass* cimClass) : m_fields(cimClass) {}
+    explicit TStatePropertyReferenceDecl(boost::shared_ptr<ICIMClass> cimClass)
+        : m_fields(std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;

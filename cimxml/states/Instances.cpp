@@ -78,11 +78,11 @@ void TCIMXMLParser::TStateInstance::StartElement(TCIMXMLParser& parser, const st
     if (!instance) {
         parser.PushState(new (parser) TStateSkip(), attributes);
     } else if (name == kProperty) {
-        parser.PushState(new (parser) TStateProperty(instance.get()), attributes);
+        parser.PushState(new (parser) TStateProperty(instance), attributes);
     } else if (name == kPropertyArray) {
-        parser.PushState(new (parser) TStatePropertyArray(instance.get()), attributes);
+        parser.PushState(new (parser) TStatePropertyArray(instance), attributes);
     } else {
-        parser.PushState(new (parser) TStatePropertyReference(instance.get()), attributes);
+        parser.PushState(new (parser) TStatePropertyReference(instance), attributes);
     }
 }
 

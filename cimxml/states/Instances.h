@@ -26,6 +26,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace NQRN20 {
@@ -46,13 +47,12 @@ private:
 };
 
 // What the three property value states share: the instance, the property's name and the value
-// that its element carries. The instance is the one the INSTANCE state builds, which stays below
-// the property's state on the stack and holds it, so a plain pointer does: a shared handle would
-// cost two locked count changes for every property.
+// that its element carries.
 struct TPropertyValue {
-    explicit TPropertyValue(ICIMInstance* instance) : m_instance(instance) {}
+    explicit TPropertyValue(boost::shared_ptr<ICIMInstance> instance)
+        : m_instance(std::move(instance)) {}
 
-    ICIMInstance* m_instance;
+    boost::shared_ptr<ICIMInstance> m_instance;
     std::string m_name;
     std::string m_classOrigin;
     bool m_propagated = false;
@@ -64,7 +64,8 @@ struct TPropertyValue {
 // handed to the INSTANCE state, since a missing end tag is the likeliest cause.
 class TCIMXMLParser::TStateProperty : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateProperty(ICIMInstance* instance) : m_property(instance) {}
+    explicit TStateProperty(boost::shared_ptr<ICIMInstance> instance)
+        : m_property(std::move(instance)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -84,7 +85,8 @@ private:
 // PROPERTY.ARRAY in an instance: (QUALIFIER | VALUE.ARRAY)*.
 class TCIMXMLParser::TStatePropertyArray : public TCIMXMLParser::TParseState {
 public:
-    explicit TStatePropertyArray(ICIMInstance* instance) : m_property(instance) {}
+    explicit TStatePropertyArray(boost::shared_ptr<ICIMInstance> instance)
+        : m_property(std::move(instance)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -99,7 +101,8 @@ private:
 // PROPERTY.REFERENCE in an instance: (QUALIFIER | VALUE.REFERENCE)*.
 class TCIMXMLParser::TStatePropertyReference : public TCIMXMLParser::TParseState {
 public:
-    explicit TStatePropertyReference(ICIMInstance* instance) : m_property(instance) {}
+    explicit TStatePropertyReference(boost::shared_ptr<ICIMInstance> instance)
+        : m_property(std::move(instance)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;

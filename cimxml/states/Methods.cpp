@@ -60,7 +60,7 @@ void DeclareParameter(TCIMXMLParser& parser, TParameterFields& fields, EParamete
 void StartParameterChild(TCIMXMLParser& parser, TParameterFields& fields, EParameterKind kind,
                          const std::string& name, TAttributeMap& attributes) {
     if (name == kQualifier) {
-        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_parameter.get()),
+        parser.PushState(new (parser) TCIMXMLParser::TStateQualifier(fields.m_parameter),
                          attributes);
     } else if (name == kValue && !IsReference(kind)) {
         fields.m_valueSeen = true;
@@ -100,8 +100,9 @@ void TCIMXMLParser::TStateMethod::ProcessAttributes(TCIMXMLParser& parser,
     for (auto it = attributes.begin(); it != attributes.end(); ++it) {
         parser.HandleCIMName(it, &m_name) || parser.HandleCIMType(it, &m_returnType);
     }
-    if (m_class) {
-        m_method = m_class->CreateMethodDecl(m_name, m_returnType, TCIMOptions());
+    const boost::shared_ptr<ICIMClass> cimClass = m_class.lock();
+    if (cimClass) {
+        m_method = cimClass->CreateMethodDecl(m_name, m_returnType, TCIMOptions());
     }
 }
 
@@ -115,7 +116,7 @@ void TCIMXMLParser::TStateMethod::StartElement(TCIMXMLParser& parser, const std:
     } else if (name == kParameterArray) {
         parser.PushState(new (parser) TStateParameterArray(m_method), attributes);
     } else if (name == kQualifier) {
-        parser.PushState(new (parser) TStateQualifier(m_method.get()), attributes);
+        parser.PushState(new (parser) TStateQualifier(m_method), attributes);
     } else if (name == kParameterRefArray) {
         parser.PushState(new (parser) TStateParameterRefArray(m_method), attributes);
     } else {
@@ -128,7 +129,7 @@ void TCIMXMLParser::TStateMethod::StartElement(TCIMXMLParser& parser, const std:
 void TCIMXMLParser::TStateMethod::EndElement(TCIMXMLParser& parser, const std::string&) {
     if (m_method) {
         CommitAllowingDuplicate(m_method);
-    } else if (m_class) {
+    } else if (!m_class.expired()) {
         parser.FatalError(kCouldntDeclareMethod + m_name);
     }
     parser.PopState();

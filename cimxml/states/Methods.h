@@ -14,6 +14,8 @@
 
 #include "cimxml/CIMXMLParser.h"
 
+#include <boost/weak_ptr.hpp>
+
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -23,7 +25,7 @@ namespace NQRN20 {
 // METHOD: its qualifiers and parameters in any order; committed at its end.
 class TCIMXMLParser::TStateMethod : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateMethod(ICIMClass* cimClass) : m_class(cimClass) {}
+    explicit TStateMethod(boost::shared_ptr<ICIMClass> cimClass) : m_class(std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -32,8 +34,7 @@ public:
 private:
     boost::shared_ptr<ICIMMethodDecl> m_method;
     std::string m_name;
-    // The class state below on the stack holds the class; null when it was not created.
-    ICIMClass* m_class;
+    boost::weak_ptr<ICIMClass> m_class;
     TCIMValue::TCIMType m_returnType;
 };
 

@@ -14,6 +14,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace NQRN20 {
 
@@ -21,16 +22,15 @@ namespace NQRN20 {
 // looked up and the qualifier attached to its owner, unless it is propagated.
 class TCIMXMLParser::TStateQualifier : public TCIMXMLParser::TParseState {
 public:
-    // The owner is the element its creating state builds and holds while this state lives;
-    // null when that element could not be made.
-    explicit TStateQualifier(ICIMNamedElement* owner) : m_owner(owner) {}
+    explicit TStateQualifier(boost::shared_ptr<ICIMNamedElement> owner)
+        : m_owner(std::move(owner)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
     void ProcessAttributes(TCIMXMLParser& parser, TAttributeMap& attributes) override;
 
 private:
-    ICIMNamedElement* m_owner;
+    boost::shared_ptr<ICIMNamedElement> m_owner;
     std::string m_name;
     TCIMValue::TCIMType m_type;
     bool m_propagated = false;
