@@ -44,8 +44,7 @@ private:
 // What the three property declaration states share: the class, the declaration they create in
 // it, and the attributes and default value of their element.
 struct TPropertyDeclFields {
-    explicit TPropertyDeclFields(boost::shared_ptr<ICIMClass> cimClass)
-        : m_class(std::move(cimClass)) {}
+    explicit TPropertyDeclFields(boost::shared_ptr<ICIMClass> cimClass) : m_class(cimClass) {}
 
     // The class state below on the stack keeps the class alive; empty when it was not created.
     boost::weak_ptr<ICIMClass> m_class;

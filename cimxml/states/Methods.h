@@ -25,7 +25,7 @@ namespace NQRN20 {
 // METHOD: its qualifiers and parameters in any order; committed at its end.
 class TCIMXMLParser::TStateMethod : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateMethod(boost::shared_ptr<ICIMClass> cimClass) : m_class(std::move(cimClass)) {}
+    explicit TStateMethod(boost::shared_ptr<ICIMClass> cimClass) : m_class(cimClass) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
