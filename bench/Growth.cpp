@@ -9,6 +9,10 @@
 
 #include <cstdio>
 #include <cstring>
+#include <functional>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace NBench {
 
@@ -31,37 +35,68 @@ struct TBuffer {
     std::vector<char> m_work;
 };
 
+// Runs the measurement in a child forked for it and gives its figure, or 0 when the child failed.
+// Every child starts from the same heap, so what one measurement frees cannot shape the next.
+double InChild(const std::function<double()>& measure) {
+    int channel[2];
+    if (pipe(channel) != 0) {
+        return 0;
+    }
+    const pid_t child = fork();
+    if (child == 0) {
+        close(channel[0]);
+        const double figure = measure();
+        const bool written = write(channel[1], &figure, sizeof figure) == ssize_t(sizeof figure);
+        _exit(written ? 0 : 1);
+    }
+    close(channel[1]);
+    double figure = 0;
+    if (child < 0 || read(channel[0], &figure, sizeof figure) != ssize_t(sizeof figure)) {
+        std::fprintf(stderr, "xmlbench: a measurement in a child process failed\n");
+        figure = 0;
+    }
+    close(channel[0]);
+    if (child > 0) {
+        waitpid(child, nullptr, 0);
+    }
+    return figure;
+}
+
 // The medians of the small and the large workload's runs, in nanoseconds per unit, where units
-// is what one run of each processes. Together, each round times both in turns over the same
-// seconds, so that the machine's drift does not fall on one of them only. Apart, all rounds of
-// the small one come first: workloads that build namespaces leave the heap in a state the
-// other's runs would inherit, and a small parse runs up to a third faster in memory that a large
-// one has just freed.
+// is what one run of each processes. Each round times both in turns, so that the machine's drift
+// does not fall on one of them only. Together, they share the rounds' seconds. Apart, each round
+// runs each in a child of its own: workloads that build namespaces leave the heap in a state the
+// other's runs would inherit, and a 1 MB parse ran a third faster in memory that a 64 MB one had
+// just freed.
 std::pair<double, double> CostsOf(const TWorkload& small, double smallUnits, const TWorkload& large,
                                   double largeUnits, bool together, const TTiming& timing) {
-    // Microseconds per run of each workload, a figure per round: with one byte per run, the
-    // throughputs are runs per microsecond.
-    const auto rounds = [&timing](const std::vector<const TWorkload*>& workloads) {
-        std::vector<std::vector<double>> times(workloads.size());
-        for (const TWorkload* workload : workloads) {
-            WarmUp(*workload);
-        }
-        for (int round = 0; round < timing.m_runs; ++round) {
-            const std::vector<double> rates =
-                MeasureRunsTogether(workloads, 1, timing.m_minSeconds);
-            for (size_t i = 0; i < workloads.size(); ++i) {
-                times[i].push_back(1e3 / rates[i]);
-            }
+    // Microseconds per run: with one byte per run, the throughputs are runs per microsecond.
+    const auto measure = [&timing](const std::vector<const TWorkload*>& workloads) {
+        std::vector<double> times;
+        for (const double rate : MeasureRunsTogether(workloads, 1, timing.m_minSeconds)) {
+            times.push_back(1e3 / rate);
         }
         return times;
     };
-    std::vector<std::vector<double>> times;
+    const auto alone = [&measure](const TWorkload& workload) {
+        return InChild([&] {
+            WarmUp(workload);
+            return measure({&workload}).front();
+        });
+    };
+    std::vector<double> smallTimes;
+    std::vector<double> largeTimes;
     if (together) {
-        times = rounds({&small, &large});
-    } else {
-        times = {rounds({&small}).front(), rounds({&large}).front()};
+        WarmUp(small);
+        WarmUp(large);
     }
-    return {Median(times[0]) / smallUnits, Median(times[1]) / largeUnits};
+    for (int round = 0; round < timing.m_runs; ++round) {
+        const std::vector<double> times =
+            together ? measure({&small, &large}) : std::vector<double>{alone(small), alone(large)};
+        smallTimes.push_back(times[0]);
+        largeTimes.push_back(times[1]);
+    }
+    return {Median(smallTimes) / smallUnits, Median(largeTimes) / largeUnits};
 }
 
 TWorkload TokenizerWorkload(TBuffer& buffer) {
