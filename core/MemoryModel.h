@@ -113,10 +113,14 @@ private:
         m_names.append(reinterpret_cast<const char*>(&size), sizeof size).append(name);
         return at;
     }
+    uint32_t LengthAt(uint32_t at) const {
+        uint32_t length;
+        std::memcpy(&length, m_names.data() + at, sizeof length);
+        return length;
+    }
     bool NameAt(uint32_t at, const char* name, size_t size) const {
-        uint32_t stored;
-        std::memcpy(&stored, m_names.data() + at, sizeof stored);
-        return stored == size && EqualNoCase(m_names.data() + at + sizeof stored, name, size);
+        return LengthAt(at) == size &&
+               EqualNoCase(m_names.data() + at + sizeof(uint32_t), name, size);
     }
     // The slot of the member of that name, or the empty slot where it would go. The slots are at
     // most half full, so an empty one is never far.
@@ -134,9 +138,8 @@ private:
         old.swap(m_slots);
         for (const TSlot& slot : old) {
             if (slot.m_member != 0) {
-                uint32_t length;
-                std::memcpy(&length, m_names.data() + slot.m_name, sizeof length);
-                m_slots[Probe(m_names.data() + slot.m_name + sizeof length, length)] = slot;
+                const char* name = m_names.data() + slot.m_name + sizeof(uint32_t);
+                m_slots[Probe(name, LengthAt(slot.m_name))] = slot;
             }
         }
     }
