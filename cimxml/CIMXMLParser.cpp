@@ -174,7 +174,9 @@ void TCIMXMLParser::ReportOutsideDocument(const std::string& name) {
 void TCIMXMLParser::processingInstruction(const char*, const char*) {}
 
 void TCIMXMLParser::characters(const char* text, uint32_t length) {
-    m_text.append(text, length);
+    if (m_collectingText) {
+        m_text.append(text, length);
+    }
 }
 
 void TCIMXMLParser::notationDecl(const char*, const char*, const char*) {}
@@ -203,6 +205,16 @@ void TCIMXMLParser::PushState(TParseState* state) {
 void TCIMXMLParser::PopState() {
     m_poppedStates.push_back(std::move(m_stateStack.back()));
     m_stateStack.pop_back();
+}
+
+void TCIMXMLParser::BeginText() {
+    m_text.clear();
+    m_collectingText = true;
+}
+
+std::string& TCIMXMLParser::EndText() {
+    m_collectingText = false;
+    return m_text;
 }
 
 void TCIMXMLParser::RejectElement(const std::string& name) {

@@ -157,10 +157,12 @@ public:
 
     // Operations for parse states, including those of derived parsers: pushing a child state,
     // which the parser then owns and which reads the attributes of its own start tag at once;
-    // popping the top state; the namespace for lookups (empty once it is gone); and the reports
-    // every content model makes.
+    // popping the top state; the text of a #PCDATA element, from its start to its end; the
+    // namespace for lookups (empty once it is gone); and the reports every content model makes.
     void PushState(TParseState* state, TAttributeMap& attributes);
     void PopState();
+    void BeginText();
+    std::string& EndText();
     boost::shared_ptr<ICIMNamespace> LockNamespace() const { return m_namespace.lock(); }
     [[noreturn]] void RejectElement(const std::string& name);
     [[noreturn]] void ReportStateCorrupt();
@@ -178,7 +180,10 @@ private:
     boost::weak_ptr<ICIMNamespace> m_namespace;
     std::vector<boost::shared_ptr<ICIMClass>> m_classesCollected;
     std::vector<boost::shared_ptr<ICIMInstance>> m_instancesCollected;
+    // Character data is collected only between BeginText and EndText: elsewhere it is the
+    // indentation between elements, which nothing reads.
     std::string m_text;
+    bool m_collectingText = false;
     // The lowered name of the element being dispatched; callbacks never nest.
     std::string m_elementName;
     const char* m_elementNameFrom = nullptr;

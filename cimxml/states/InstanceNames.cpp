@@ -190,12 +190,12 @@ void TCIMXMLParser::TStateKeyBinding::AddConvertedKey(TCIMXMLParser& parser) {
 
 TCIMXMLParser::TStateKeyValue::TStateKeyValue(TCIMXMLParser& parser, std::string* text)
     : m_text(text) {
-    parser.m_text.clear();
+    parser.BeginText();
 }
 
 // KEYVALUE: #PCDATA
 void TCIMXMLParser::TStateKeyValue::EndElement(TCIMXMLParser& parser, const std::string&) {
-    *m_text = parser.m_text;
+    *m_text = parser.EndText();
     parser.PopState();
 }
 

@@ -250,12 +250,12 @@ void TCIMXMLParser::TStatePropertyReference::EndElement(TCIMXMLParser& parser, c
 TCIMXMLParser::TStateValue::TStateValue(TCIMXMLParser& parser, TCIMValue* target,
                                         TCIMValue::TCIMType type)
     : m_target(target), m_type(type) {
-    parser.m_text.clear();
+    parser.BeginText();
 }
 
 // VALUE: #PCDATA
 void TCIMXMLParser::TStateValue::EndElement(TCIMXMLParser& parser, const std::string&) {
-    *m_target = parser.ParseValue(m_type, parser.m_text);
+    *m_target = parser.ParseValue(m_type, parser.EndText());
     parser.PopState();
 }
 

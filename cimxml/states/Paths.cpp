@@ -54,12 +54,12 @@ void TCIMXMLParser::TStateLocalNamespacePath::EndElement(TCIMXMLParser& parser,
 }
 
 TCIMXMLParser::TStateHost::TStateHost(TCIMXMLParser& parser, std::string* host) : m_host(host) {
-    parser.m_text.clear();
+    parser.BeginText();
 }
 
 // HOST: #PCDATA
 void TCIMXMLParser::TStateHost::EndElement(TCIMXMLParser& parser, const std::string&) {
-    *m_host = parser.m_text;
+    *m_host = parser.EndText();
     parser.PopState();
 }
 
