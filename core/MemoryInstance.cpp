@@ -27,9 +27,7 @@ void AppendPart(std::string& out, const std::string& part) {
 
 void AppendLoweredPart(std::string& out, const std::string& part) {
     AppendPart(out, part);
-    for (auto it = out.end() - std::string::difference_type(part.size()); it != out.end(); ++it) {
-        *it = LowerAscii(*it);
-    }
+    LowerAscii(&out[out.size() - part.size()], part.size());
 }
 
 typedef std::pair<const std::string, TCIMValue> TKeyBinding;
