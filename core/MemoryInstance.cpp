@@ -2,35 +2,18 @@
 #include "core/MemoryModel.h"
 
 #include <algorithm>
-#include <charconv>
+#include <functional>
 
 namespace NQRN20 {
 
 namespace {
 
-// Marks a null value where a non-null one would start with a digit.
-const char kNullMark = '~';
-
-// A number, then a colon. Appended in place: every committed instance builds one key text.
-void AppendNumber(std::string& out, size_t number) {
-    char digits[24];
-    char* end = std::to_chars(digits, digits + sizeof digits - 1, number).ptr;
-    *end++ = ':';
-    out.append(digits, size_t(end - digits));
-}
-
-// Length-prefixed, so no text inside a part can imitate what follows it.
-void AppendPart(std::string& out, const std::string& part) {
-    AppendNumber(out, part.size());
-    out.append(part);
-}
-
-void AppendLoweredPart(std::string& out, const std::string& part) {
-    AppendPart(out, part);
-    LowerAscii(&out[out.size() - part.size()], part.size());
-}
-
 typedef std::pair<const std::string, TCIMValue> TKeyBinding;
+
+// A multiply-xor step: every bit of the part reaches the high bits, and the shift brings them down.
+size_t Combine(size_t hash, size_t part) {
+    return (hash ^ part) * 0x9E3779B97F4A7C15ull + (hash >> 29);
+}
 
 bool LessNoCase(const TKeyBinding* a, const TKeyBinding* b) {
     const std::string& x = a->first;
@@ -40,35 +23,79 @@ bool LessNoCase(const TKeyBinding* a, const TKeyBinding* b) {
     });
 }
 
-// Equal key values give equal texts: names and references compare regardless of letter case.
-// A text reads back one way only (a type byte; then a null mark, one part, or a reference's
-// parts and its key count), so the texts of several keys in a row cannot run into each other.
-void AppendKeyValue(std::string& out, const TCIMValue& value) {
-    out += static_cast<char>(value.GetType());
-    if (value.IsNull()) {
-        out += kNullMark;
-    } else if (value.GetType() == kCIMTypeReference) {
-        const TCIMReference& reference = TValueAccess::Reference(value);
-        AppendLoweredPart(out, reference.GetHost());
-        AppendLoweredPart(out, reference.GetNamespaceName());
-        AppendLoweredPart(out, reference.GetClassName());
-        // The map orders names by spelling; equal keys need an order regardless of case.
-        std::vector<const TKeyBinding*> keys;
-        keys.reserve(reference.GetKeys().size());
-        for (const TKeyBinding& key : reference.GetKeys()) {
-            keys.push_back(&key);
-        }
-        std::sort(keys.begin(), keys.end(), LessNoCase);
-        AppendNumber(out, keys.size());
-        for (const TKeyBinding* key : keys) {
-            AppendLoweredPart(out, key->first);
-            AppendKeyValue(out, key->second);
-        }
-    } else if (value.GetType() == kCIMTypeString) {
-        AppendPart(out, value.GetString());
-    } else {
-        AppendPart(out, value.ToString());
+// The map orders a reference's keys by spelling; comparing them needs an order regardless of case.
+std::vector<const TKeyBinding*> KeysNoCase(const TCIMReference& reference) {
+    std::vector<const TKeyBinding*> keys;
+    keys.reserve(reference.GetKeys().size());
+    for (const TKeyBinding& key : reference.GetKeys()) {
+        keys.push_back(&key);
     }
+    std::sort(keys.begin(), keys.end(), LessNoCase);
+    return keys;
+}
+
+// Key values are equal when their types are, and both are null or hold the same value: strings
+// exactly, references with their names regardless of letter case, anything else as its text.
+bool SameValue(const TCIMValue& a, const TCIMValue& b);
+
+bool SameReference(const TCIMReference& a, const TCIMReference& b) {
+    if (!EqualNoCase(a.GetHost(), b.GetHost()) ||
+        !EqualNoCase(a.GetNamespaceName(), b.GetNamespaceName()) ||
+        !EqualNoCase(a.GetClassName(), b.GetClassName()) ||
+        a.GetKeys().size() != b.GetKeys().size()) {
+        return false;
+    }
+    const std::vector<const TKeyBinding*> x = KeysNoCase(a);
+    const std::vector<const TKeyBinding*> y = KeysNoCase(b);
+    for (size_t i = 0; i < x.size(); ++i) {
+        if (!EqualNoCase(x[i]->first, y[i]->first) || !SameValue(x[i]->second, y[i]->second)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool SameValue(const TCIMValue& a, const TCIMValue& b) {
+    if (ECIMType(a.GetType()) != ECIMType(b.GetType()) || a.IsNull() != b.IsNull()) {
+        return false;
+    }
+    if (a.IsNull()) {
+        return true;
+    }
+    if (a.GetType() == kCIMTypeReference) {
+        return SameReference(TValueAccess::Reference(a), TValueAccess::Reference(b));
+    }
+    if (a.GetType() == kCIMTypeString) {
+        return a.GetString() == b.GetString();
+    }
+    return a.ToString() == b.ToString();
+}
+
+// Equal values hash alike: the names in a reference are hashed regardless of letter case, and its
+// keys are summed, so that their order does not count. Texts are hashed exactly, so that values
+// differing only in letter case do not pile up under one hash.
+size_t ValueHash(const TCIMValue& value) {
+    const size_t hash = Combine(ECIMType(value.GetType()), value.IsNull());
+    if (value.IsNull()) {
+        return hash;
+    }
+    if (value.GetType() == kCIMTypeReference) {
+        const THashNoCase name;
+        const TCIMReference& reference = TValueAccess::Reference(value);
+        size_t keys = 0;
+        for (const TKeyBinding& key : reference.GetKeys()) {
+            keys += Combine(name(key.first), ValueHash(key.second));
+        }
+        return Combine(Combine(Combine(Combine(hash, name(reference.GetHost())),
+                                       name(reference.GetNamespaceName())),
+                               name(reference.GetClassName())),
+                       keys);
+    }
+    const std::hash<std::string> text;
+    if (value.GetType() == kCIMTypeString) {
+        return Combine(hash, text(value.GetString()));
+    }
+    return Combine(hash, text(value.ToString()));
 }
 
 } // namespace
@@ -88,7 +115,7 @@ void TMemoryInstance::Commit(TCIMOptions) {
     if (m_committed) {
         throw TQRNException(kQRNStatusAlreadyExists);
     }
-    LockOwner(m_owner)->CommitInstance(shared_from_this(), KeyText());
+    LockOwner(m_owner)->CommitInstance(shared_from_this(), KeyHash());
 }
 
 boost::shared_ptr<ICIMProperty> TMemoryInstance::GetProperty(const std::string& name, TCIMOptions) {
@@ -148,16 +175,21 @@ void TMemoryInstance::Store(size_t index, const TCIMValue& value) {
     }
 }
 
-std::string TMemoryInstance::KeyText() const {
-    // Room for most key texts, references included, so that the text grows in one step; the
-    // namespace keeps a copy of its own size.
-    std::string text;
-    text.reserve(256);
+size_t TMemoryInstance::KeyHash() const {
+    size_t hash = 0;
     for (size_t index : m_class->KeyProperties()) {
-        AppendLoweredPart(text, Declaration(index).Name());
-        AppendKeyValue(text, Value(index));
+        hash = Combine(hash, ValueHash(Value(index)));
     }
-    return text;
+    return hash;
+}
+
+bool TMemoryInstance::SameKeys(const TMemoryInstance& other) const {
+    for (size_t index : m_class->KeyProperties()) {
+        if (!SameValue(Value(index), other.Value(index))) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace NQRN20

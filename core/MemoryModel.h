@@ -18,7 +18,6 @@
 #include <mutex>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -405,6 +404,10 @@ public:
     const TMemoryClass* Class() const { return m_class.get(); }
     // Called under the namespace's lock.
     void MarkCommitted() { m_committed = true; }
+    // For the namespace's check that no two instances of a class have the same keys: instances
+    // with the same keys have the same hash, and SameKeys compares two of one class.
+    size_t KeyHash() const;
+    bool SameKeys(const TMemoryInstance& other) const;
     const TMemoryPropertyDecl& Declaration(size_t index) const {
         return *m_class->Properties().All()[index];
     }
@@ -442,8 +445,6 @@ private:
     size_t IndexOf(const std::string& name) const;
     boost::shared_ptr<ICIMProperty> Slot(size_t index);
     void Store(size_t index, const TCIMValue& value);
-    // Identifies the key values; empty when the class has no key property.
-    std::string KeyText() const;
 
     boost::shared_ptr<TMemoryClass> m_class;
     boost::weak_ptr<TMemoryNamespaceImpl> m_owner;
@@ -478,8 +479,7 @@ public:
 
     void CommitClass(const boost::shared_ptr<TMemoryClass>& cimClass);
     void CommitQualifierDecl(const boost::shared_ptr<TMemoryQualifierDecl>& decl);
-    void CommitInstance(const boost::shared_ptr<TMemoryInstance>& instance,
-                        const std::string& keyText);
+    void CommitInstance(const boost::shared_ptr<TMemoryInstance>& instance, size_t keyHash);
 
 private:
     boost::shared_ptr<TMemoryClass> FindClass(const std::string& name);
@@ -489,7 +489,10 @@ private:
     TMemberTable<TMemoryClass> m_classes;
     TMemberTable<TMemoryQualifierDecl> m_qualifierDecls;
     std::vector<boost::shared_ptr<TMemoryInstance>> m_instances;
-    std::unordered_map<const TMemoryClass*, std::unordered_set<std::string>> m_instanceKeys;
+    // The instances of each class that has keys, by the hash of their keys; m_instances keeps
+    // them alive.
+    std::unordered_map<const TMemoryClass*, std::unordered_multimap<size_t, const TMemoryInstance*>>
+        m_instanceKeys;
 };
 
 // The object that created this one (namespace, class or method); a commit needs it alive.

@@ -119,11 +119,17 @@ void TMemoryNamespaceImpl::CommitQualifierDecl(
 // Instances of a class without key properties are not identified by keys, so any number of them
 // may be committed; the others must differ in their key values.
 void TMemoryNamespaceImpl::CommitInstance(const boost::shared_ptr<TMemoryInstance>& instance,
-                                          const std::string& keyText) {
+                                          size_t keyHash) {
     std::lock_guard<std::mutex> lock(m_mutex);
-    if (!instance->Class()->KeyProperties().empty() &&
-        !m_instanceKeys[instance->Class()].insert(keyText).second) {
-        throw TQRNException(kQRNStatusAlreadyExists);
+    if (!instance->Class()->KeyProperties().empty()) {
+        auto& committed = m_instanceKeys[instance->Class()];
+        const auto sameHash = committed.equal_range(keyHash);
+        for (auto it = sameHash.first; it != sameHash.second; ++it) {
+            if (it->second->SameKeys(*instance)) {
+                throw TQRNException(kQRNStatusAlreadyExists);
+            }
+        }
+        committed.emplace(keyHash, instance.get());
     }
     instance->MarkCommitted();
     m_instances.push_back(instance);
