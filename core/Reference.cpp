@@ -4,6 +4,8 @@
 #include "core/Text.h"
 #include "core/Value.h"
 
+#include <utility>
+
 namespace NQRN20 {
 
 namespace {
@@ -174,7 +176,7 @@ void TCIMReference::SetNamespace(const boost::shared_ptr<ICIMNamespace>& cimName
     m_namespaceName = cimNamespace ? cimNamespace->GetName(TCIMOptions()) : std::string();
 }
 
-void TCIMReference::AddKeyValue(const std::string& name, const TCIMValue& value) {
+void TCIMReference::AddKeyValue(std::string name, TCIMValue value) {
     if (name.empty()) {
         throw TQRNException(kQRNStatusInvalidArgument);
     }
@@ -184,7 +186,7 @@ void TCIMReference::AddKeyValue(const std::string& name, const TCIMValue& value)
             break;
         }
     }
-    m_keys.emplace(name, value);
+    m_keys.emplace(std::move(name), std::move(value));
 }
 
 TCIMReference TCIMReference::FromPath(const std::string& path,

@@ -167,8 +167,9 @@ public:
     void SetNamespace(const boost::shared_ptr<ICIMNamespace>& cimNamespace);
     void SetNamespaceName(const std::string& name) { m_namespaceName = name; }
     void SetHost(const std::string& host) { m_host = host; }
-    // Replaces a key whose name differs only in letter case.
-    void AddKeyValue(const std::string& name, const TCIMValue& value);
+    // Replaces a key whose name differs only in letter case. Takes the name and value over: a
+    // caller done with them moves them in.
+    void AddKeyValue(std::string name, TCIMValue value);
 
     const std::string& GetClassName() const { return m_className; }
     boost::shared_ptr<ICIMNamespace> GetNamespace() const { return m_namespace.lock(); }

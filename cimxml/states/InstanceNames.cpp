@@ -5,6 +5,7 @@
 #include "cimxml/states/Paths.h"
 #include "cimxml/states/Support.h"
 
+#include <utility>
 #include <vector>
 
 namespace NQRN20 {
@@ -153,7 +154,7 @@ void TCIMXMLParser::TStateKeyBinding::ProcessAttributes(TCIMXMLParser& parser,
 // A reference is bound as it is; a key value is converted with its property's declared type.
 void TCIMXMLParser::TStateKeyBinding::EndElement(TCIMXMLParser& parser, const std::string&) {
     if (m_hasReference) {
-        m_reference->AddKeyValue(m_keyName, m_referenceValue);
+        m_reference->AddKeyValue(std::move(m_keyName), std::move(m_referenceValue));
     } else {
         AddConvertedKey(parser);
     }
@@ -177,7 +178,8 @@ void TCIMXMLParser::TStateKeyBinding::AddConvertedKey(TCIMXMLParser& parser) {
     try {
         if (IsKeyProperty(declaration)) {
             m_reference->AddKeyValue(
-                m_keyName, parser.ParseValue(declaration->GetType(TCIMOptions()), m_keyValueText));
+                std::move(m_keyName),
+                parser.ParseValue(declaration->GetType(TCIMOptions()), m_keyValueText));
             return;
         }
     } catch (const TQRNException& error) {
