@@ -39,6 +39,7 @@ void TMemoryClass::Commit(TCIMOptions) {
     m_methods = MergedMethods();
     m_keyProperties.clear();
     m_propertyTypes.clear();
+    m_propertyTypes.reserve(m_properties.All().size());
     for (size_t i = 0; i < m_properties.All().size(); ++i) {
         if (m_properties.All()[i]->IsKey()) {
             m_keyProperties.push_back(i);
