@@ -3,8 +3,10 @@
 
 #include "core/Text.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -670,28 +672,28 @@ bool TXmlParser::ParseCharData() {
 }
 
 // EntityRef: '&' ('amp' | 'apos' | 'gt' | 'lt' | 'quot') ';'  - in any letter case
+// The entities are sorted, so those that begin with the characters read so far stand together:
+// a character that does not continue the match moves it on to the next of them ("amp", "apos").
 void TXmlParser::ScanNamedReference(char first) {
-    char text[sizeof "apos;"] = {first};
-    size_t length = 1;
-    for (;;) {
-        const TEntity* match = nullptr;
-        for (const TEntity& entity : kEntities) {
-            if (std::strncmp(entity.m_name, text, length) == 0) {
-                match = &entity;
-                break;
-            }
+    const TEntity* match =
+        std::find_if(std::begin(kEntities), std::end(kEntities),
+                     [first](const TEntity& entity) { return entity.m_name[0] == first; });
+    for (size_t length = 1; match != std::end(kEntities) && match->m_name[length] != 0; ++length) {
+        const char next = Lower(GetChar());
+        while (match != std::end(kEntities) && match->m_name[length] != next) {
+            const TEntity* following = match + 1;
+            match = following != std::end(kEntities) &&
+                            std::strncmp(following->m_name, match->m_name, length) == 0
+                        ? following
+                        : std::end(kEntities);
         }
-        if (match == nullptr) {
-            FatalError(kUnknownEntity);
-            return;
-        }
-        if (match->m_name[length] == 0) {
-            const char replacement[2] = {match->m_character, 0};
-            characters(replacement, 1);
-            return;
-        }
-        text[length++] = Lower(GetChar());
     }
+    if (match == std::end(kEntities)) {
+        FatalError(kUnknownEntity);
+        return;
+    }
+    const char replacement[2] = {match->m_character, 0};
+    characters(replacement, 1);
 }
 
 // CharRef: '&#' [0-9]+ ';' | '&#x' [0-9a-fA-F]+ ';'  - one byte, the value modulo 256

@@ -276,6 +276,8 @@ TEST(TXmlParser, DeliversTextAndReferencesInOrder) {
             {"<A>&#12a;</A>", {"start A", "error 1: Unknown entity reference"}},
             {"<A>&#xfg;</A>", {"start A", "error 1: Unknown entity reference"}},
             {"<A>&am;</A>", {"start A", "error 1: Unknown entity reference"}},
+            {"<A>&ap;</A>", {"start A", "error 1: Unknown entity reference"}},
+            {"<A>&aPoS;&apox;</A>", {"start A", "text '''", "error 1: Unknown entity reference"}},
             {"<A>&</A>", {"start A", "error 1: Unknown entity reference"}},
             {"<A>&#12", {"start A", "error 1: End of input inside a character reference"}},
             {"<A>x<![CDATA[y]]>z</A>", {"start A", "text 'x'"}},
