@@ -182,13 +182,17 @@ void TCIMXMLParser::characters(const char* text, uint32_t length) {
 void TCIMXMLParser::notationDecl(const char*, const char*, const char*) {}
 
 void TCIMXMLParser::FatalError(const char* message) {
-    TRootObject::GetCoreLogger()->Log(kErrorLogLevel,
-                                      kLinePrefix + std::to_string(GetCurLine()) + ":" + message);
+    LogError(message);
     throw TQRNException(kQRNStatusParseError);
 }
 
 void TCIMXMLParser::FatalError(const std::string& message) {
     TCIMXMLParser::FatalError(message.c_str());
+}
+
+void TCIMXMLParser::LogError(const std::string& message) {
+    TRootObject::GetCoreLogger()->Log(kErrorLogLevel,
+                                      kLinePrefix + std::to_string(GetCurLine()) + ":" + message);
 }
 
 void TCIMXMLParser::PushState(TParseState* state, TAttributeMap& attributes) {

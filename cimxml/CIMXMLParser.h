@@ -133,9 +133,12 @@ public:
     // state relies on it not returning.
     [[noreturn]] void FatalError(const char* message) final;
     [[noreturn]] void FatalError(const std::string& message);
+    // Logs the line as FatalError does, for an error that costs a value but not the element.
+    void LogError(const std::string& message);
 
     // Converts element text to a value of the type. Never throws TQRNException: a bad date-time
-    // becomes midnight 1 January 1970 with a log line, any other bad text an empty value.
+    // becomes midnight 1 January 1970 with a log line, any other text that does not fit the type
+    // a null value of the type with a log line, and text for no type an empty value.
     TCIMValue ParseValue(TCIMValue::TCIMType type, std::string& text);
     // "true" or "false" after optional white space; anything else is false.
     static bool ConvertBool(std::string& text);

@@ -111,6 +111,8 @@ constexpr TName kAttrScopeProperty{"property"};
 constexpr TName kAttrScopeMethod{"method"};
 constexpr TName kAttrScopeParameter{"parameter"};
 constexpr TName kAttrScopeIndication{"indication"};
+// Not in the DTD, but written by some producers: every element kind at once.
+constexpr TName kAttrScopeAny{"any"};
 
 } // namespace NCimXml
 } // namespace NQRN20

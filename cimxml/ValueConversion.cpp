@@ -1,6 +1,8 @@
 // Conversion of element text and attribute values to typed CIM values, booleans and counts.
 #include "cimxml/CIMXMLParser.h"
 
+#include "core/Text.h"
+
 namespace NQRN20 {
 
 namespace {
@@ -26,6 +28,16 @@ TCIMValue TCIMXMLParser::ParseValue(TCIMValue::TCIMType type, std::string& text)
     try {
         return TCIMValue(type, text, cimNamespace);
     } catch (const TQRNException& error) {
+        if (error.GetStatus() == kQRNStatusInvalidValue) {
+            // The element keeps its declared type, so that it still says what it holds. An empty
+            // text states no value: it is null without a word.
+            const std::string trimmed = TrimXmlSpace(text);
+            if (!trimmed.empty()) {
+                LogError("Invalid value '" + trimmed + "' for type " +
+                         TCIMValue::TCIMType(type.GetElementType()).GetName());
+            }
+            return TCIMValue(type, 0);
+        }
         if (error.GetStatus() != kQRNStatusInvalidDateTime) {
             return TCIMValue();
         }

@@ -39,6 +39,17 @@ class ICIMInstance;
 class ICIMQualifierDecl {
 public:
     enum EFlavor { kFlavorOverridable = 1, kFlavorToSubclass = 2, kFlavorTranslatable = 4 };
+    // The kinds of element a qualifier may be applied to, as bits of a scope set.
+    enum EScope {
+        kScopeClass = 1,
+        kScopeAssociation = 2,
+        kScopeIndication = 4,
+        kScopeProperty = 8,
+        kScopeReference = 16,
+        kScopeMethod = 32,
+        kScopeParameter = 64,
+        kScopeAny = 127
+    };
     virtual ~ICIMQualifierDecl();
     virtual void Commit(TCIMOptions options) = 0;
     virtual TCIMValue::TCIMType GetType(TCIMOptions options) = 0;

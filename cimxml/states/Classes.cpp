@@ -184,17 +184,29 @@ void TCIMXMLParser::TStatePropertyReferenceDecl::StartElement(TCIMXMLParser& par
                            [&] { return new (parser) TStateValueReference(&m_fields.m_value); });
 }
 
-// The null default still says which class it may point to; a reference class the namespace
-// does not hold throws, and the declaration is then left out.
+// The class a reference may point to is kept with a default as with none. A null default needs
+// it: a class the namespace does not hold throws, and the declaration is then left out. A set
+// default stands without it, after the log line.
 void TCIMXMLParser::TStatePropertyReferenceDecl::EndElement(TCIMXMLParser& parser,
                                                             const std::string&) {
-    EndPropertyDecl(parser, m_fields, [&] {
-        TCIMValue value(kCIMTypeReference, 0);
-        const boost::shared_ptr<ICIMNamespace> cimNamespace = parser.LockNamespace();
-        if (cimNamespace) {
+    const boost::shared_ptr<ICIMNamespace> cimNamespace = parser.LockNamespace();
+    TCIMValue& value = m_fields.m_value;
+    if (m_fields.m_valueSeen && cimNamespace && !m_referenceClass.empty() &&
+        value.GetType() == kCIMTypeReference) {
+        try {
             value.SetReferencedClass(GetClassOrLog(cimNamespace, m_referenceClass));
+        } catch (const TQRNException& error) {
+            if (error.GetStatus() != kQRNStatusNotFound) {
+                throw;
+            }
         }
-        return value;
+    }
+    EndPropertyDecl(parser, m_fields, [&] {
+        TCIMValue null(kCIMTypeReference, 0);
+        if (cimNamespace) {
+            null.SetReferencedClass(GetClassOrLog(cimNamespace, m_referenceClass));
+        }
+        return null;
     });
 }
 

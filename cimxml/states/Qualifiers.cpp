@@ -4,6 +4,7 @@
 #include "cimxml/Names.h"
 #include "cimxml/states/Instances.h"
 #include "cimxml/states/Support.h"
+#include "core/Text.h"
 
 namespace NQRN20 {
 
@@ -16,14 +17,33 @@ enum EQualifierDeclarationPhase { kPhaseScope = 0, kPhaseValues = 1 };
 const char kExpectedScope[] = "Expected SCOPE element";
 const char kIncompatibleAttributes[] = "Incompatible attributes";
 
-// Indications have no bit in the core's scope set, so an indication attribute adds nothing.
+const char kTrue[] = "true";
+const char kFalse[] = "false";
+
 const struct {
     const char* m_attribute;
-    uint32_t m_bit;
+    uint32_t m_bits;
 } kScopeBits[] = {
-    {kAttrScopeClass, 1},    {kAttrScopeAssociation, 2}, {kAttrScopeReference, 16},
-    {kAttrScopeProperty, 8}, {kAttrScopeMethod, 32},     {kAttrScopeParameter, 64},
+    {kAttrScopeClass, ICIMQualifierDecl::kScopeClass},
+    {kAttrScopeAssociation, ICIMQualifierDecl::kScopeAssociation},
+    {kAttrScopeIndication, ICIMQualifierDecl::kScopeIndication},
+    {kAttrScopeProperty, ICIMQualifierDecl::kScopeProperty},
+    {kAttrScopeReference, ICIMQualifierDecl::kScopeReference},
+    {kAttrScopeMethod, ICIMQualifierDecl::kScopeMethod},
+    {kAttrScopeParameter, ICIMQualifierDecl::kScopeParameter},
+    {kAttrScopeAny, ICIMQualifierDecl::kScopeAny},
 };
+
+// A scope attribute is "true" or "false"; any other value is reported and applies nowhere.
+bool ScopeApplies(TCIMXMLParser& parser, const TAttributeMap::value_type& attribute) {
+    if (EqualNoCase(attribute.second, kTrue)) {
+        return true;
+    }
+    if (!EqualNoCase(attribute.second, kFalse)) {
+        parser.LogError("Invalid value '" + attribute.second + "' for scope " + attribute.first);
+    }
+    return false;
+}
 
 // The namespace lives only as long as the parser's caller keeps it; one that is gone holds no
 // declarations and takes none.
@@ -163,12 +183,12 @@ void TCIMXMLParser::TStateQualifierDeclaration::EndElement(TCIMXMLParser& parser
     parser.PopState();
 }
 
-// Only the attribute's presence counts: scope="false" sets its bit too.
-void TCIMXMLParser::TStateScope::ProcessAttributes(TCIMXMLParser&, TAttributeMap& attributes) {
+void TCIMXMLParser::TStateScope::ProcessAttributes(TCIMXMLParser& parser,
+                                                   TAttributeMap& attributes) {
     for (const auto& attribute : attributes) {
         for (const auto& scope : kScopeBits) {
-            if (attribute.first == scope.m_attribute) {
-                m_declaration->m_scope |= scope.m_bit;
+            if (attribute.first == scope.m_attribute && ScopeApplies(parser, attribute)) {
+                m_declaration->m_scope |= scope.m_bits;
             }
         }
     }

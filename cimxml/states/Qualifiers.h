@@ -7,7 +7,7 @@
 // | QUALIFIER.DECLARATION | SCOPE, (VALUE | VALUE.ARRAY)* | name, type, isarray, arraysize, overridable,            | TStateQualifierDeclaration |
 // |                       |                               |   tosubclass, translatable                              |                            |
 // | SCOPE                 | EMPTY                         | class, association, reference, property, method,        | TStateScope                |
-// |                       |                               |   parameter, indication                                 |                            |
+// |                       |                               |   parameter, indication, any                            |                            |
 #pragma once
 
 #include "cimxml/CIMXMLParser.h"
@@ -69,8 +69,8 @@ private:
     bool m_valueSeen = false;
 };
 
-// SCOPE: EMPTY; each attribute present adds its element kind's bit to the declaration's scope,
-// whatever its value says.
+// SCOPE: EMPTY; each attribute that is "true" adds its element kind's bit to the declaration's
+// scope.
 class TCIMXMLParser::TStateScope : public TCIMXMLParser::TParseState {
 public:
     explicit TStateScope(TStateQualifierDeclaration* declaration) : m_declaration(declaration) {}

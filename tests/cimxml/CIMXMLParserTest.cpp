@@ -192,16 +192,30 @@ TEST(TCIMXMLParser, ParseValueFallsBackToTheEpochForABadDateTimeAndLogsIt) {
               log.Text());
 }
 
-TEST(TCIMXMLParser, ParseValueGivesAnEmptyValueForOtherBadTextSilently) {
-    TLogRecorder log;
+TEST(TCIMXMLParser, ParseValueGivesANullOfTheTypeForTextThatDoesNotFitAndLogsIt) {
+    const struct {
+        ECIMType m_type;
+        const char* m_text;
+        const char* m_log;
+    } cases[] = {
+        {kCIMTypeUint8, " 300\n", "3 CIM-XML Parser line 1:Invalid value '300' for type uint8\n"},
+        {kCIMTypeBoolean, "yes", "3 CIM-XML Parser line 1:Invalid value 'yes' for type boolean\n"},
+        {kCIMTypeUint64, "abc", "3 CIM-XML Parser line 1:Invalid value 'abc' for type uint64\n"},
+        {kCIMTypeChar16, "ab", "3 CIM-XML Parser line 1:Invalid value 'ab' for type char16\n"},
+        {kCIMTypeReal32, "1e39", "3 CIM-XML Parser line 1:Invalid value '1e39' for type real32\n"},
+        {ECIMType(kCIMTypeSint8 | kCIMTypeArray), "-129",
+         "3 CIM-XML Parser line 1:Invalid value '-129' for type sint8\n"},
+        {kCIMTypeUint32, " \n", ""},
+    };
     boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
     TCIMXMLParser parser(cimNamespace);
-    for (const auto& c : {std::make_pair(kCIMTypeUint8, "256"), std::make_pair(kCIMTypeSint32, "x"),
-                          std::make_pair(kCIMTypeBoolean, "yes")}) {
-        std::string text = c.second;
-        EXPECT_EQ(TCIMValue(), parser.ParseValue(TCIMValue::TCIMType(c.first), text)) << c.second;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.m_text);
+        TLogRecorder log;
+        std::string text = c.m_text;
+        EXPECT_EQ(TCIMValue(c.m_type, 0), parser.ParseValue(TCIMValue::TCIMType(c.m_type), text));
+        EXPECT_EQ(c.m_log, log.Text());
     }
-    EXPECT_EQ("", log.Text());
 }
 
 TEST(TCIMXMLParser, ParseValueStillConvertsAfterTheNamespaceIsGone) {

@@ -157,12 +157,15 @@ TEST(HostileInput, StoresOutOfRangeIntegersOfEveryTypeAsNull) {
     };
     std::string properties;
     std::string values;
+    std::string log;
     for (const auto& type : types) {
         for (int bound = 1; bound <= 2; ++bound) {
             const std::string name = std::string(type[0]) + "_" + std::to_string(bound);
             properties += "<PROPERTY NAME='" + name + "' TYPE='" + type[0] + "'/>";
             values += "<PROPERTY NAME='" + name + "' TYPE='" + type[0] + "'><VALUE>" + type[bound] +
                       "</VALUE></PROPERTY>";
+            log += std::string("3 CIM-XML Parser line 1:Invalid value '") + type[bound] +
+                   "' for type " + type[0] + "\n";
         }
     }
     const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
@@ -170,14 +173,16 @@ TEST(HostileInput, StoresOutOfRangeIntegersOfEveryTypeAsNull) {
                   InValueObjects({"<CLASS NAME='T_Ranges'>" + properties + "</CLASS>"}));
     const TParseResult parsed =
         ParseDocument(cimNamespace, InDeclGroup(InstanceOf("T_Ranges", values)));
-    EXPECT_EQ("", parsed.m_log);
+    EXPECT_EQ(log, parsed.m_log);
     ASSERT_EQ(1u, parsed.m_instances.size());
     std::vector<boost::shared_ptr<ICIMProperty>> stored;
     parsed.m_instances[0]->EnumProperties(TAddToVectorCallback<ICIMProperty>(stored),
                                           TCIMOptions());
     ASSERT_EQ(16u, stored.size());
     for (const auto& property : stored) {
-        EXPECT_TRUE(property->GetValue(TCIMOptions()).IsNull()) << property->GetName(TCIMOptions());
+        const TCIMValue& value = property->GetValue(TCIMOptions());
+        EXPECT_TRUE(value.IsNull()) << property->GetName(TCIMOptions());
+        EXPECT_EQ(property->GetType(TCIMOptions()), value.GetType());
     }
 }
 

@@ -1,6 +1,7 @@
 // Writes the contents of a namespace as MOF.
 #include "tools/cimxml/MofWriter.h"
 
+#include "core/Text.h"
 #include "tools/cimxml/SchemaView.h"
 
 #include <cstdio>
@@ -18,8 +19,13 @@ const struct {
     uint32_t m_bit;
     const char* m_name;
 } kScopes[] = {
-    {1, "class"},      {2, "association"}, {8, "property"},
-    {16, "reference"}, {32, "method"},     {64, "parameter"},
+    {ICIMQualifierDecl::kScopeClass, "class"},
+    {ICIMQualifierDecl::kScopeAssociation, "association"},
+    {ICIMQualifierDecl::kScopeIndication, "indication"},
+    {ICIMQualifierDecl::kScopeProperty, "property"},
+    {ICIMQualifierDecl::kScopeReference, "reference"},
+    {ICIMQualifierDecl::kScopeMethod, "method"},
+    {ICIMQualifierDecl::kScopeParameter, "parameter"},
 };
 
 // The flavor keywords for each bit, set and clear; translatable has no keyword to clear it.
@@ -161,11 +167,16 @@ std::string QualifierText(ICIMNamespace& cimNamespace, ICIMQualifier& qualifier)
     return flavors.empty() ? text : text + ": " + Join(flavors, " ");
 }
 
-// "[A, B(1)]" for the qualifiers an element states, or nothing.
-std::string QualifierList(ICIMNamespace& cimNamespace, const TQualifiers& qualifiers) {
+// "[A, B(1)]" for the qualifiers an element states, and the text of one more where given, or
+// nothing.
+std::string QualifierList(ICIMNamespace& cimNamespace, const TQualifiers& qualifiers,
+                          const std::string& more = std::string()) {
     std::vector<std::string> texts;
     for (const auto& qualifier : qualifiers) {
         texts.push_back(QualifierText(cimNamespace, *qualifier));
+    }
+    if (!more.empty()) {
+        texts.push_back(more);
     }
     return texts.empty() ? "" : "[" + Join(texts, ", ") + "]";
 }
@@ -178,10 +189,12 @@ void WriteQualifierDecl(ICIMQualifierDecl& declaration, std::ostream& out) {
     if (!value.IsNull()) {
         out << " = " << Literal(value);
     }
+    // MOF has no form for an empty scope; "any" is its word for all of them.
+    const uint32_t scope = declaration.GetScope(TCIMOptions());
     std::vector<std::string> scopes;
-    for (const auto& scope : kScopes) {
-        if (declaration.GetScope(TCIMOptions()) & scope.m_bit) {
-            scopes.push_back(scope.m_name);
+    for (const auto& kind : kScopes) {
+        if ((scope & kind.m_bit) != 0 && scope != ICIMQualifierDecl::kScopeAny) {
+            scopes.push_back(kind.m_name);
         }
     }
     std::vector<std::string> flavors;

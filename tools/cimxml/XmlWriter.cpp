@@ -82,15 +82,19 @@ const TFlavorAttribute kFlavorAttributes[] = {
     {ICIMQualifierDecl::kFlavorTranslatable, "TRANSLATABLE"},
 };
 
-// The scope bits the loader knows; it gives indications none.
 struct TScopeAttribute {
     uint32_t m_bit;
     const char* m_name;
 };
 
 const TScopeAttribute kScopeAttributes[] = {
-    {1, "CLASS"},    {2, "ASSOCIATION"}, {16, "REFERENCE"},
-    {8, "PROPERTY"}, {32, "METHOD"},     {64, "PARAMETER"},
+    {ICIMQualifierDecl::kScopeClass, "CLASS"},
+    {ICIMQualifierDecl::kScopeAssociation, "ASSOCIATION"},
+    {ICIMQualifierDecl::kScopeReference, "REFERENCE"},
+    {ICIMQualifierDecl::kScopeProperty, "PROPERTY"},
+    {ICIMQualifierDecl::kScopeMethod, "METHOD"},
+    {ICIMQualifierDecl::kScopeParameter, "PARAMETER"},
+    {ICIMQualifierDecl::kScopeIndication, "INDICATION"},
 };
 
 typedef std::vector<std::pair<const char*, std::string>> TAttributes;

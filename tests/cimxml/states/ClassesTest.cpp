@@ -46,7 +46,7 @@ TEST(TStateClass, DeclaresPropertiesOfEachKindWithTheirDefaults) {
          "class T_B\n"
          "  property Count uint32 '2' [Key=boolean null flavor 3]\n"
          "  property Codes uint16[] '3, 4' count 2\n"
-         "  property Peer reference 'root/cimv2:T_A'\n"},
+         "  property Peer reference 'root/cimv2:T_A' -> T_A\n"},
         {"a method first", ClassB("<METHOD NAME='Run' TYPE='uint32'/>"), "",
          "class T_B\n  method Run uint32\n"},
     });

@@ -1,5 +1,5 @@
 // Tests of the instance, property value and value states, over whole small documents.
-#include "support/ParseDocument.h"
+#include "support/SchemaCases.h"
 
 #include <gtest/gtest.h>
 
@@ -118,7 +118,8 @@ TEST(TStateInstance, ReportsPropertiesThatDoNotMatchTheClassAndGoesOn) {
          "3 TCIMXMLParser: Couldn't find property Size\n",
          "T_Base Name=null Count='8'" + std::string(kDefaults)},
         {"text that is not a number",
-         Instance("<PROPERTY NAME='Count' TYPE='uint32'><VALUE>many</VALUE></PROPERTY>"), "",
+         Instance("<PROPERTY NAME='Count' TYPE='uint32'><VALUE>many</VALUE></PROPERTY>"),
+         "3 CIM-XML Parser line 1:Invalid value 'many' for type uint32\n",
          "T_Base Name=null Count=null" + std::string(kDefaults)},
         {"a date-time that is not one",
          Instance("<PROPERTY NAME='When' TYPE='datetime'>\n<VALUE>yesterday</VALUE></PROPERTY>"),
@@ -161,9 +162,10 @@ TEST(TStateInstance, InQX518ModeDropsValuesOfTheWrongTypeWithoutAWord) {
             {"a type attribute is not checked",
              Instance("<PROPERTY NAME='Count' TYPE='string'><VALUE>7</VALUE></PROPERTY>"), "",
              "T_Base Name=null Count='7'" + std::string(kDefaults)},
-            {"a value that did not convert leaves the default",
-             Instance("<PROPERTY NAME='Count' TYPE='uint32'><VALUE>many</VALUE></PROPERTY>"), "",
-             "T_Base Name=null Count='5'" + std::string(kDefaults)},
+            {"a value that did not convert is a null of the declared type",
+             Instance("<PROPERTY NAME='Count' TYPE='uint32'><VALUE>many</VALUE></PROPERTY>"),
+             "3 CIM-XML Parser line 1:Invalid value 'many' for type uint32\n",
+             "T_Base Name=null Count=null" + std::string(kDefaults)},
         },
         kQX518Mode);
 }

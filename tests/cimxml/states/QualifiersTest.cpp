@@ -22,11 +22,18 @@ TEST(TStateQualifierDeclaration, DeclaresScopeFlavorsArrayShapeAndDefault) {
          DeclareQ("TYPE='boolean'", "<SCOPE CLASS='true' PROPERTY='true' METHOD='true'/>"
                                     "<VALUE>true</VALUE>"),
          "", "qualifier Q boolean 'true' scope 41 flavor 3\n"},
-        {"every scope attribute counts, whatever its value; indication adds nothing",
-         DeclareQ("TYPE='string'", "<SCOPE CLASS='false' ASSOCIATION='true' REFERENCE='true' "
-                                   "PROPERTY='true' METHOD='true' PARAMETER='true' "
+        {"a scope is set by true and not by false, in any letter case; indication is bit 4",
+         DeclareQ("TYPE='string'", "<SCOPE CLASS='false' ASSOCIATION='TRUE' REFERENCE='true' "
+                                   "PROPERTY='True' METHOD='true' PARAMETER='FALSE' "
                                    "INDICATION='true' OTHER='true'/>"),
-         "", "qualifier Q string null scope 123 flavor 3\n"},
+         "", "qualifier Q string null scope 62 flavor 3\n"},
+        {"any stands for every kind", DeclareQ("TYPE='string'", "<SCOPE ANY='true'/>"), "",
+         "qualifier Q string null scope 127 flavor 3\n"},
+        {"any other value is reported and sets nothing",
+         DeclareQ("TYPE='string'", "<SCOPE CLASS='yes' ANY='' PROPERTY='true'/>"),
+         kLine + "Invalid value '' for scope any\n" + kLine +
+             "Invalid value 'yes' for scope class\n",
+         "qualifier Q string null scope 8 flavor 3\n"},
         {"not overridable", DeclareQ("TYPE='string' OVERRIDABLE='false'", "<SCOPE/>"), "",
          "qualifier Q string null scope 0 flavor 2\n"},
         {"translatable, not to subclass",
