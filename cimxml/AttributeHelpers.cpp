@@ -2,6 +2,7 @@
 #include "cimxml/CIMXMLParser.h"
 
 #include "cimxml/Names.h"
+#include "core/Text.h"
 
 namespace NQRN20 {
 
@@ -87,6 +88,21 @@ bool TCIMXMLParser::HandleClassName(TAttributeMap::iterator& attribute, std::str
 
 bool TCIMXMLParser::HandleReferenceClass(TAttributeMap::iterator& attribute, std::string* out) {
     return CopyIf(attribute, NCimXml::kAttrReferenceClass, out);
+}
+
+bool TCIMXMLParser::HandleEmbeddedObject(TAttributeMap::iterator& attribute, EEmbeddedObject* out) {
+    if (!IsNamed(attribute, NCimXml::kAttrEmbeddedObject)) {
+        return false;
+    }
+    const std::string& value = attribute->second;
+    if (EqualNoCase(value, NCimXml::kEmbeddedObject)) {
+        *out = kEmbeddedObject;
+    } else if (EqualNoCase(value, NCimXml::kEmbeddedInstance)) {
+        *out = kEmbeddedInstance;
+    } else {
+        LogError("Invalid value '" + value + "' for " + attribute->first);
+    }
+    return true;
 }
 
 } // namespace NQRN20

@@ -157,6 +157,8 @@ public:
     bool HandleSuperClass(TAttributeMap::iterator& attribute, std::string* out);
     bool HandleClassName(TAttributeMap::iterator& attribute, std::string* out);
     bool HandleReferenceClass(TAttributeMap::iterator& attribute, std::string* out);
+    // "object" or "instance" in any letter case; another value is logged and leaves out alone.
+    bool HandleEmbeddedObject(TAttributeMap::iterator& attribute, EEmbeddedObject* out);
 
     // Operations for parse states, including those of derived parsers: pushing a child state,
     // which the parser then owns and which reads the attributes of its own start tag at once;

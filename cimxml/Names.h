@@ -95,6 +95,7 @@ constexpr TName kAttrArraySize{"arraysize"};
 constexpr TName kAttrSuperClass{"superclass"};
 constexpr TName kAttrClassName{"classname"};
 constexpr TName kAttrReferenceClass{"referenceclass"};
+constexpr TName kAttrEmbeddedObject{"embeddedobject"};
 
 // Attributes the states read themselves.
 constexpr TName kAttrIsArray{"isarray"};
@@ -102,6 +103,10 @@ constexpr TName kAttrCimVersion{"cimversion"};
 constexpr TName kAttrDtdVersion{"dtdversion"};
 constexpr TName kAttrId{"id"};
 constexpr TName kAttrProtocolVersion{"protocolversion"};
+
+// Values of the embeddedobject attribute.
+constexpr TName kEmbeddedObject{"object"};
+constexpr TName kEmbeddedInstance{"instance"};
 
 // Attributes of SCOPE: each names an element kind a qualifier may be applied to.
 constexpr TName kAttrScopeClass{"class"};

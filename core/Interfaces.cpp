@@ -21,5 +21,20 @@ uint32_t ICIMParameterDecl::GetArraySize(TCIMOptions) {
 std::string ICIMParameterDecl::GetReferenceClass(TCIMOptions) {
     return std::string();
 }
+void ICIMParameterDecl::SetEmbeddedObject(EEmbeddedObject, TCIMOptions) {}
+EEmbeddedObject ICIMParameterDecl::GetEmbeddedObject(TCIMOptions) {
+    return kEmbeddedNone;
+}
+
+void ICIMPropertyDecl::SetEmbeddedObject(EEmbeddedObject, TCIMOptions) {}
+EEmbeddedObject ICIMPropertyDecl::GetEmbeddedObject(TCIMOptions) {
+    return kEmbeddedNone;
+}
+
+EEmbeddedObject ICIMProperty::GetEmbeddedObject(TCIMOptions) {
+    return kEmbeddedNone;
+}
+
+void ICIMInstance::SetPropertyEmbeddedObject(const std::string&, EEmbeddedObject, TCIMOptions) {}
 
 } // namespace NQRN20

@@ -36,6 +36,10 @@ private:
 
 class ICIMInstance;
 
+// What the text of a string property or parameter holds, as CIM-XML's EmbeddedObject attribute
+// says: a class or instance ("object") or an instance ("instance").
+enum EEmbeddedObject : uint8_t { kEmbeddedNone = 0, kEmbeddedObject = 1, kEmbeddedInstance = 2 };
+
 class ICIMQualifierDecl {
 public:
     enum EFlavor { kFlavorOverridable = 1, kFlavorToSubclass = 2, kFlavorTranslatable = 4 };
@@ -73,6 +77,8 @@ public:
     virtual TCIMValue::TCIMType GetType(TCIMOptions options) = 0;
     virtual const std::string& GetName(TCIMOptions options) = 0;
     virtual const TCIMValue& GetValue(TCIMOptions options) = 0;
+    // The instance's own word on it, else its declaration's.
+    virtual EEmbeddedObject GetEmbeddedObject(TCIMOptions options);
 };
 
 class ICIMNamedElement {
@@ -103,6 +109,9 @@ public:
     virtual bool IsArray(TCIMOptions options);
     virtual uint32_t GetArraySize(TCIMOptions options);
     virtual std::string GetReferenceClass(TCIMOptions options);
+    // What a string parameter's text holds; a model may keep none.
+    virtual void SetEmbeddedObject(EEmbeddedObject kind, TCIMOptions options);
+    virtual EEmbeddedObject GetEmbeddedObject(TCIMOptions options);
 };
 
 class ICIMMethodDecl : public ICIMNamedElement {
@@ -129,6 +138,9 @@ public:
     virtual void SetValue(const TCIMValue& value, TCIMOptions options) = 0;
     // The default value.
     virtual const TCIMValue& GetValue(TCIMOptions options) = 0;
+    // What a string property's text holds; a model may keep none.
+    virtual void SetEmbeddedObject(EEmbeddedObject kind, TCIMOptions options);
+    virtual EEmbeddedObject GetEmbeddedObject(TCIMOptions options);
 };
 
 class ICIMClass : public ICIMNamedElement {
@@ -165,6 +177,9 @@ public:
                                   TCIMOptions options) = 0;
     // In the class's property order.
     virtual void EnumProperties(TEnumCallback<ICIMProperty> callback, TCIMOptions options) = 0;
+    // What one property's text holds, where the instance says so itself; a model may keep none.
+    virtual void SetPropertyEmbeddedObject(const std::string& name, EEmbeddedObject kind,
+                                           TCIMOptions options);
 };
 
 class ICIMNamespace {

@@ -142,6 +142,14 @@ void TMemoryInstance::SetPropertyValue(const std::string& name, const TCIMValue&
     }
 }
 
+void TMemoryInstance::SetPropertyEmbeddedObject(const std::string& name, EEmbeddedObject kind,
+                                                TCIMOptions) {
+    if (m_committed) {
+        throw TQRNException(kQRNStatusReadOnly);
+    }
+    m_slots[IndexOf(name)].m_embeddedObject = kind;
+}
+
 void TMemoryInstance::EnumProperties(TEnumCallback<ICIMProperty> callback, TCIMOptions) {
     if (!callback) {
         throw TQRNException(kQRNStatusInvalidArgument);

@@ -255,6 +255,11 @@ public:
     bool IsArray(TCIMOptions) override { return m_isArray; }
     uint32_t GetArraySize(TCIMOptions) override { return m_arraySize; }
     std::string GetReferenceClass(TCIMOptions) override { return m_referenceClass; }
+    void SetEmbeddedObject(EEmbeddedObject kind, TCIMOptions) override {
+        CheckWritable();
+        m_embeddedObject = kind;
+    }
+    EEmbeddedObject GetEmbeddedObject(TCIMOptions) override { return m_embeddedObject; }
 
 private:
     bool IsCommitted() const override { return m_committed; }
@@ -264,6 +269,7 @@ private:
     bool m_isArray = false;
     uint32_t m_arraySize = 0;
     std::string m_referenceClass;
+    EEmbeddedObject m_embeddedObject = kEmbeddedNone;
     bool m_committed = false;
 };
 
@@ -304,8 +310,14 @@ public:
     TCIMValue::TCIMType GetType(TCIMOptions) override { return m_value.GetType(); }
     void SetValue(const TCIMValue& value, TCIMOptions) override;
     const TCIMValue& GetValue(TCIMOptions) override { return m_value; }
+    void SetEmbeddedObject(EEmbeddedObject kind, TCIMOptions) override {
+        CheckWritable();
+        m_embeddedObject = kind;
+    }
+    EEmbeddedObject GetEmbeddedObject(TCIMOptions) override { return m_embeddedObject; }
 
     const TCIMValue& Value() const { return m_value; }
+    EEmbeddedObject EmbeddedObject() const { return m_embeddedObject; }
     // Valid once committed.
     bool IsKey() const { return m_key; }
 
@@ -314,6 +326,7 @@ private:
 
     boost::weak_ptr<TMemoryClass> m_owner;
     TCIMValue m_value;
+    EEmbeddedObject m_embeddedObject = kEmbeddedNone;
     bool m_key = false;
     bool m_committed = false;
 };
@@ -400,6 +413,8 @@ public:
     boost::shared_ptr<ICIMProperty> GetProperty(const std::string& name, TCIMOptions) override;
     void SetPropertyValue(const std::string& name, const TCIMValue& value, TCIMOptions) override;
     void EnumProperties(TEnumCallback<ICIMProperty> callback, TCIMOptions) override;
+    void SetPropertyEmbeddedObject(const std::string& name, EEmbeddedObject kind,
+                                   TCIMOptions) override;
 
     const TMemoryClass* Class() const { return m_class.get(); }
     // Called under the namespace's lock.
@@ -432,9 +447,16 @@ private:
             return m_instance->Declaration(Index()).Name();
         }
         const TCIMValue& GetValue(TCIMOptions) override { return m_instance->Value(Index()); }
+        EEmbeddedObject GetEmbeddedObject(TCIMOptions) override {
+            return m_embeddedObject != kEmbeddedNone
+                       ? m_embeddedObject
+                       : m_instance->Declaration(Index()).EmbeddedObject();
+        }
 
         // 0 when unset, else the position in m_values plus one.
         uint32_t m_value = 0;
+        // Beside the position, where the slot has room to spare.
+        EEmbeddedObject m_embeddedObject = kEmbeddedNone;
 
     private:
         size_t Index() const { return size_t(this - m_instance->m_slots.data()); }

@@ -32,6 +32,9 @@ void DeclareProperty(TCIMXMLParser& parser, TPropertyDeclFields& fields, TAttrib
     if (cimClass) {
         fields.m_declaration =
             cimClass->CreatePropertyDecl(fields.m_name, TCIMValue(), TCIMOptions());
+        if (fields.m_embeddedObject != kEmbeddedNone) {
+            fields.m_declaration->SetEmbeddedObject(fields.m_embeddedObject, TCIMOptions());
+        }
     }
 }
 
@@ -130,7 +133,8 @@ void TCIMXMLParser::TStateClass::StartElement(TCIMXMLParser& parser, const std::
 void TCIMXMLParser::TStatePropertyDecl::ProcessAttributes(TCIMXMLParser& parser,
                                                           TAttributeMap& attributes) {
     DeclareProperty(parser, m_fields, attributes, [&](TAttributeMap::iterator& it) {
-        return parser.HandleCIMType(it, &m_fields.m_type);
+        return parser.HandleCIMType(it, &m_fields.m_type) ||
+               parser.HandleEmbeddedObject(it, &m_fields.m_embeddedObject);
     });
 }
 
@@ -150,7 +154,8 @@ void TCIMXMLParser::TStatePropertyArrayDecl::ProcessAttributes(TCIMXMLParser& pa
                                                                TAttributeMap& attributes) {
     DeclareProperty(parser, m_fields, attributes, [&](TAttributeMap::iterator& it) {
         return parser.HandleCIMType(it, &m_fields.m_type) ||
-               parser.HandleArraySize(it, m_arraySize);
+               parser.HandleArraySize(it, m_arraySize) ||
+               parser.HandleEmbeddedObject(it, &m_fields.m_embeddedObject);
     });
 }
 

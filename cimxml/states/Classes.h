@@ -4,8 +4,10 @@
 // |--------------------|-------------------------------------------------|-------------------------------------------------|-----------------------------|
 // | CLASS              | QUALIFIER*, (PROPERTY | PROPERTY.ARRAY |       | name, superclass                                | TStateClass                 |
 // |                    |   PROPERTY.REFERENCE)*, METHOD*                 |                                                 |                             |
-// | PROPERTY           | (QUALIFIER | VALUE)*                            | name, type, classorigin, propagated             | TStatePropertyDecl          |
-// | PROPERTY.ARRAY     | (QUALIFIER | VALUE.ARRAY)*                      | name, type, arraysize, classorigin, propagated  | TStatePropertyArrayDecl     |
+// | PROPERTY           | (QUALIFIER | VALUE)*                            | name, type, classorigin, propagated,            | TStatePropertyDecl          |
+// |                    |                                                 |   embeddedobject                                |                             |
+// | PROPERTY.ARRAY     | (QUALIFIER | VALUE.ARRAY)*                      | name, type, arraysize, classorigin, propagated, | TStatePropertyArrayDecl     |
+// |                    |                                                 |   embeddedobject                                |                             |
 // | PROPERTY.REFERENCE | (QUALIFIER | VALUE.REFERENCE)*                  | name, referenceclass, classorigin, propagated   | TStatePropertyReferenceDecl |
 //
 // The class is created as soon as the CLASS start tag is read and handed to the parent, which
@@ -53,6 +55,7 @@ struct TPropertyDeclFields {
     TCIMValue::TCIMType m_type;
     std::string m_classOrigin;
     bool m_propagated = false;
+    EEmbeddedObject m_embeddedObject = kEmbeddedNone;
     boost::shared_ptr<ICIMPropertyDecl> m_declaration;
     TCIMValue m_value;
     bool m_valueSeen = false;

@@ -25,6 +25,10 @@ void LogLookupFailure(const char* what, const std::string& name) {
 void StoreValue(TCIMXMLParser& parser, const TPropertyValue& property) {
     try {
         property.m_instance->SetPropertyValue(property.m_name, property.m_value, TCIMOptions());
+        if (property.m_embeddedObject != kEmbeddedNone) {
+            property.m_instance->SetPropertyEmbeddedObject(
+                property.m_name, property.m_embeddedObject, TCIMOptions());
+        }
     } catch (const TQRNException& error) {
         parser.FatalError(kCouldntStore + property.m_name + ": " + error.what());
     }
@@ -101,7 +105,8 @@ void TCIMXMLParser::TStateProperty::ProcessAttributes(TCIMXMLParser& parser,
     for (auto it = attributes.begin(); it != attributes.end(); ++it) {
         parser.HandleCIMName(it, &m_property.m_name) || parser.HandleCIMType(it, &type) ||
             parser.HandleClassOrigin(it, &m_property.m_classOrigin) ||
-            parser.HandlePropagated(it, m_property.m_propagated);
+            parser.HandlePropagated(it, m_property.m_propagated) ||
+            parser.HandleEmbeddedObject(it, &m_property.m_embeddedObject);
     }
     if (!parser.m_qx518Mode) {
         CheckDeclaredType(parser, type);
@@ -181,7 +186,8 @@ void TCIMXMLParser::TStatePropertyArray::ProcessAttributes(TCIMXMLParser& parser
         parser.HandleCIMName(it, &m_property.m_name) || parser.HandleCIMType(it, &m_type) ||
             parser.HandleArraySize(it, m_arraySize) ||
             parser.HandleClassOrigin(it, &m_property.m_classOrigin) ||
-            parser.HandlePropagated(it, m_property.m_propagated);
+            parser.HandlePropagated(it, m_property.m_propagated) ||
+            parser.HandleEmbeddedObject(it, &m_property.m_embeddedObject);
     }
 }
 

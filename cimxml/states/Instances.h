@@ -7,7 +7,8 @@
 // |                    |  PROPERTY.REFERENCE)*         |                     |                         |
 // | PROPERTY           | (QUALIFIER | VALUE)*          | name, type,         | TStateProperty          |
 // |                    |                               | classorigin,        |                         |
-// |                    |                               | propagated          |                         |
+// |                    |                               | propagated,         |                         |
+// |                    |                               | embeddedobject      |                         |
 // | PROPERTY.ARRAY     | (QUALIFIER | VALUE.ARRAY)*    | as PROPERTY,        | TStatePropertyArray     |
 // |                    |                               | arraysize           |                         |
 // | PROPERTY.REFERENCE | (QUALIFIER |                  | name, classorigin,  | TStatePropertyReference |
@@ -56,6 +57,7 @@ struct TPropertyValue {
     std::string m_name;
     std::string m_classOrigin;
     bool m_propagated = false;
+    EEmbeddedObject m_embeddedObject = kEmbeddedNone;
     TCIMValue m_value;
     bool m_valueSeen = false;
 };

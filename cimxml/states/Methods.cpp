@@ -32,7 +32,8 @@ void ReadParameterAttributes(TCIMXMLParser& parser, TParameterFields& fields, EP
     const bool reference = IsReference(kind);
     for (auto it = attributes.begin(); it != attributes.end(); ++it) {
         parser.HandleCIMName(it, &fields.m_name) ||
-            (!reference && parser.HandleCIMType(it, &fields.m_type)) ||
+            (!reference && (parser.HandleCIMType(it, &fields.m_type) ||
+                            parser.HandleEmbeddedObject(it, &fields.m_embeddedObject))) ||
             (reference && parser.HandleReferenceClass(it, &fields.m_referenceClass)) ||
             (kind == kArrayParameter && parser.HandleArraySize(it, fields.m_arraySize)) ||
             (kind != kScalarParameter && (parser.HandleClassOrigin(it, &fields.m_classOrigin) ||
@@ -52,6 +53,9 @@ void DeclareParameter(TCIMXMLParser& parser, TParameterFields& fields, EParamete
             fields.m_method->CreateParameterDecl(fields.m_name, type, TCIMOptions());
         fields.m_parameter->SetShape(IsArray(kind), fields.m_arraySize, fields.m_referenceClass,
                                      TCIMOptions());
+        if (fields.m_embeddedObject != kEmbeddedNone) {
+            fields.m_parameter->SetEmbeddedObject(fields.m_embeddedObject, TCIMOptions());
+        }
     }
 }
 

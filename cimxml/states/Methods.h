@@ -6,9 +6,10 @@
 // |                     |   PARAMETER.REFERENCE |              |                                                 |                          |
 // |                     |   PARAMETER.ARRAY |                  |                                                 |                          |
 // |                     |   PARAMETER.REFARRAY)*               |                                                 |                          |
-// | PARAMETER           | (QUALIFIER | VALUE | VALUE.ARRAY)*    | name, type                                      | TStateParameter          |
+// | PARAMETER           | (QUALIFIER | VALUE | VALUE.ARRAY)*    | name, type, embeddedobject                      | TStateParameter          |
 // | PARAMETER.REFERENCE | (QUALIFIER | VALUE.ARRAY)*            | name, referenceclass, classorigin, propagated   | TStateParameterReference |
-// | PARAMETER.ARRAY     | (QUALIFIER | VALUE | VALUE.ARRAY)*    | name, type, arraysize, classorigin, propagated  | TStateParameterArray     |
+// | PARAMETER.ARRAY     | (QUALIFIER | VALUE | VALUE.ARRAY)*    | name, type, arraysize, classorigin, propagated, | TStateParameterArray     |
+// |                     |                                      |   embeddedobject                                |                          |
 // | PARAMETER.REFARRAY  | (QUALIFIER | VALUE.ARRAY)*            | name, referenceclass, classorigin, propagated   | TStateParameterRefArray  |
 #pragma once
 
@@ -51,6 +52,7 @@ struct TParameterFields {
     std::string m_referenceClass;
     std::string m_classOrigin;
     bool m_propagated = false;
+    EEmbeddedObject m_embeddedObject = kEmbeddedNone;
     TCIMValue m_value;
     bool m_valueSeen = false;
     uint32_t m_arraySize = 0;

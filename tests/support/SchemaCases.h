@@ -25,6 +25,13 @@ inline std::string DescribeValue(const TCIMValue& value) {
     return text;
 }
 
+// " embedded object", " embedded instance", or nothing.
+inline std::string DescribeEmbeddedObject(EEmbeddedObject kind) {
+    return kind == kEmbeddedNone     ? ""
+           : kind == kEmbeddedObject ? " embedded object"
+                                     : " embedded instance";
+}
+
 // " [Key=boolean 'true' flavor 3, ...]", or nothing without qualifiers.
 inline std::string DescribeQualifiers(ICIMNamedElement& element) {
     std::vector<boost::shared_ptr<ICIMQualifier>> qualifiers;
@@ -48,8 +55,9 @@ inline std::string DescribeClass(ICIMClass& cimClass) {
     cimClass.EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(properties), TCIMOptions());
     for (const auto& property : properties) {
         text += "  property " + property->GetName(TCIMOptions()) + " " +
-                DescribeValue(property->GetValue(TCIMOptions())) + DescribeQualifiers(*property) +
-                "\n";
+                DescribeValue(property->GetValue(TCIMOptions())) +
+                DescribeEmbeddedObject(property->GetEmbeddedObject(TCIMOptions())) +
+                DescribeQualifiers(*property) + "\n";
     }
     std::vector<boost::shared_ptr<ICIMMethodDecl>> methods;
     cimClass.EnumMethodDecls(TAddToVectorCallback<ICIMMethodDecl>(methods), TCIMOptions());
@@ -61,8 +69,9 @@ inline std::string DescribeClass(ICIMClass& cimClass) {
                                    TCIMOptions());
         for (const auto& parameter : parameters) {
             text += "    parameter " + parameter->GetName(TCIMOptions()) + " " +
-                    parameter->GetType(TCIMOptions()).GetName() + DescribeQualifiers(*parameter) +
-                    "\n";
+                    parameter->GetType(TCIMOptions()).GetName() +
+                    DescribeEmbeddedObject(parameter->GetEmbeddedObject(TCIMOptions())) +
+                    DescribeQualifiers(*parameter) + "\n";
         }
     }
     return text;

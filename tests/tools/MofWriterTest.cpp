@@ -101,5 +101,45 @@ TEST(NMof, WritesOnlyWhatEachClassStatesItself) {
               mof);
 }
 
+// MOF has only qualifiers to say what a string holds: one is added where the element and its
+// class carry none. Scopes read back from their attribute values, all of them as "any".
+TEST(NMof, SaysWhatAStringHoldsByAQualifierWhereNothingSaysItAlready) {
+    const std::string mof = MofOf(InDeclGroup(
+        "<QUALIFIER.DECLARATION NAME='EmbeddedInstance' TYPE='string'>"
+        "<SCOPE ANY='true' CLASS='false'/></QUALIFIER.DECLARATION>"
+        "<QUALIFIER.DECLARATION NAME='Note' TYPE='string'><SCOPE CLASS='true' INDICATION='true' "
+        "ASSOCIATION='false'/></QUALIFIER.DECLARATION>"
+        "<VALUE.OBJECT><CLASS NAME='T_A'>"
+        "<PROPERTY NAME='O' TYPE='string' EmbeddedObject='object'/>"
+        "<PROPERTY NAME='I' TYPE='string' EmbeddedObject='instance'><QUALIFIER "
+        "NAME='EmbeddedInstance' TYPE='string'><VALUE>T_X</VALUE></QUALIFIER></PROPERTY>"
+        "<PROPERTY NAME='S' TYPE='string'/>"
+        "<METHOD NAME='M' TYPE='uint32'><PARAMETER NAME='P' TYPE='string' "
+        "EmbeddedObject='instance'/></METHOD></CLASS></VALUE.OBJECT>"
+        "<VALUE.OBJECT><INSTANCE CLASSNAME='T_A'><PROPERTY NAME='O' TYPE='string' "
+        "EmbeddedObject='object'><VALUE>o</VALUE></PROPERTY><PROPERTY NAME='S' TYPE='string' "
+        "EmbeddedObject='object'><VALUE>s</VALUE></PROPERTY></INSTANCE></VALUE.OBJECT>"));
+    EXPECT_EQ("Qualifier EmbeddedInstance : string,\n"
+              "    Scope(any),\n"
+              "    Flavor(EnableOverride, ToSubclass);\n\n"
+              "Qualifier Note : string,\n"
+              "    Scope(class, indication),\n"
+              "    Flavor(EnableOverride, ToSubclass);\n\n"
+              "class T_A {\n"
+              "    [EmbeddedObject]\n"
+              "    string O;\n"
+              "    [EmbeddedInstance(\"T_X\")]\n"
+              "    string I;\n"
+              "    string S;\n"
+              "    uint32 M(\n"
+              "        [EmbeddedInstance(NULL)] string P);\n"
+              "};\n\n"
+              "instance of T_A {\n"
+              "    O = \"o\";\n"
+              "    [EmbeddedObject] S = \"s\";\n"
+              "};\n\n",
+              mof);
+}
+
 } // namespace
 } // namespace NQRN20

@@ -359,6 +359,33 @@ TEST(TXmlWriter, WritesTheDocumentIndentedWithOnlyWhatEachElementStatesItself) {
 }
 
 // The loader takes an array default only with a fixed size.
+// What a string holds, on every element that says it; the scope of indications; the class of a
+// reference with a default.
+TEST(TXmlWriter, KeepsWhatTheLoaderUsedToLose) {
+    const TNamespacePtr cimNamespace = Reloaded(InDeclGroup(
+        "<QUALIFIER.DECLARATION NAME='Q' TYPE='string'><SCOPE INDICATION='true'/>"
+        "</QUALIFIER.DECLARATION>"
+        "<VALUE.OBJECT><CLASS NAME='A'><PROPERTY NAME='S' TYPE='string' EmbeddedObject='object'/>"
+        "<PROPERTY.ARRAY NAME='L' TYPE='string' EmbeddedObject='instance'/>"
+        "<METHOD NAME='M' TYPE='uint8'><PARAMETER NAME='P' TYPE='string' "
+        "EmbeddedObject='instance'/></METHOD></CLASS></VALUE.OBJECT>"
+        "<VALUE.OBJECT><CLASS NAME='B'><PROPERTY.REFERENCE NAME='R' REFERENCECLASS='A'>"
+        "<VALUE.REFERENCE><CLASSNAME NAME='A'/></VALUE.REFERENCE></PROPERTY.REFERENCE></CLASS>"
+        "</VALUE.OBJECT>"
+        "<VALUE.OBJECT><INSTANCE CLASSNAME='A'><PROPERTY NAME='S' TYPE='string' "
+        "EmbeddedObject='instance'><VALUE>x</VALUE></PROPERTY></INSTANCE></VALUE.OBJECT>"));
+    const std::string written = Unindented(ExpectRoundTrip(*cimNamespace));
+    for (const char* fragment :
+         {"<SCOPE INDICATION=\"true\"/>",
+          "<PROPERTY NAME=\"S\" TYPE=\"string\" EmbeddedObject=\"object\"/>",
+          "<PROPERTY.ARRAY NAME=\"L\" TYPE=\"string\" EmbeddedObject=\"instance\"/>",
+          "<PROPERTY.REFERENCE NAME=\"R\" REFERENCECLASS=\"A\">",
+          "<PARAMETER NAME=\"P\" TYPE=\"string\" EmbeddedObject=\"instance\"/>",
+          "<PROPERTY NAME=\"S\" TYPE=\"string\" EmbeddedObject=\"instance\">\n<VALUE>x"}) {
+        EXPECT_NE(std::string::npos, written.find(fragment)) << fragment;
+    }
+}
+
 TEST(TXmlWriter, GivesAnArrayDefaultOfAnySizeTheSizeOfItsElements) {
     const TNamespacePtr cimNamespace = TMemoryNamespace::Create();
     const TCIMValue strings =

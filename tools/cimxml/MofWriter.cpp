@@ -14,6 +14,8 @@ namespace {
 using namespace NSchemaView;
 
 const char kIndent[] = "    ";
+const char kEmbeddedObjectQualifier[] = "EmbeddedObject";
+const char kEmbeddedInstanceQualifier[] = "EmbeddedInstance";
 
 const struct {
     uint32_t m_bit;
@@ -181,6 +183,25 @@ std::string QualifierList(ICIMNamespace& cimNamespace, const TQualifiers& qualif
     return texts.empty() ? "" : "[" + Join(texts, ", ") + "]";
 }
 
+// MOF says what a string's text holds only by a qualifier: the one for the kind, where the
+// element carries neither. An instance of a class not named is an EmbeddedInstance of NULL.
+std::string EmbeddedQualifier(EEmbeddedObject kind, ICIMNamedElement& element) {
+    if (kind == kEmbeddedNone) {
+        return std::string();
+    }
+    TQualifiers qualifiers;
+    element.EnumQualifiers(TAddToVectorCallback<ICIMQualifier>(qualifiers), TCIMOptions());
+    for (const auto& qualifier : qualifiers) {
+        const std::string& name = qualifier->GetName(TCIMOptions());
+        if (EqualNoCase(name, kEmbeddedObjectQualifier) ||
+            EqualNoCase(name, kEmbeddedInstanceQualifier)) {
+            return std::string();
+        }
+    }
+    return kind == kEmbeddedInstance ? std::string(kEmbeddedInstanceQualifier) + "(NULL)"
+                                     : std::string(kEmbeddedObjectQualifier);
+}
+
 void WriteQualifierDecl(ICIMQualifierDecl& declaration, std::ostream& out) {
     const TCIMValue& value = declaration.GetValue(TCIMOptions());
     const TCIMValue::TCIMType type = declaration.GetType(TCIMOptions());
@@ -234,7 +255,9 @@ std::string PropertyText(ICIMPropertyDecl& declaration) {
 }
 
 std::string ParameterText(ICIMNamespace& cimNamespace, ICIMParameterDecl& parameter) {
-    const std::string qualifiers = QualifierList(cimNamespace, OwnQualifiers(parameter, nullptr));
+    const std::string qualifiers =
+        QualifierList(cimNamespace, OwnQualifiers(parameter, nullptr),
+                      EmbeddedQualifier(parameter.GetEmbeddedObject(TCIMOptions()), parameter));
     const TCIMValue::TCIMType type = parameter.GetType(TCIMOptions());
     const std::string& name = parameter.GetName(TCIMOptions());
     const std::string typeName = type.GetElementType() == kCIMTypeReference
@@ -281,7 +304,9 @@ void WriteClass(ICIMNamespace& cimNamespace, ICIMClass& cimClass, std::ostream& 
     for (const auto& declaration : OwnPropertyDecls(cimClass)) {
         const boost::shared_ptr<ICIMPropertyDecl> overridden =
             OverriddenPropertyDecl(cimClass, declaration->GetName(TCIMOptions()));
-        WriteMember(QualifierList(cimNamespace, OwnQualifiers(*declaration, overridden.get())),
+        WriteMember(QualifierList(cimNamespace, OwnQualifiers(*declaration, overridden.get()),
+                                  EmbeddedQualifier(declaration->GetEmbeddedObject(TCIMOptions()),
+                                                    *declaration)),
                     PropertyText(*declaration), out);
     }
     for (const auto& method : OwnMethodDecls(cimClass)) {
@@ -290,10 +315,19 @@ void WriteClass(ICIMNamespace& cimNamespace, ICIMClass& cimClass, std::ostream& 
     out << "};\n\n";
 }
 
+// A property says what its text holds only where its class does not say the same.
 void WriteInstance(ICIMInstance& instance, std::ostream& out) {
-    out << "instance of " << instance.GetClass(TCIMOptions())->GetName(TCIMOptions()) << " {\n";
+    const boost::shared_ptr<ICIMClass> cimClass = instance.GetClass(TCIMOptions());
+    out << "instance of " << cimClass->GetName(TCIMOptions()) << " {\n";
     for (const auto& property : SetProperties(instance)) {
-        out << kIndent << property->GetName(TCIMOptions()) << " = "
+        const std::string& name = property->GetName(TCIMOptions());
+        const boost::shared_ptr<ICIMPropertyDecl> declaration =
+            cimClass->GetPropertyDecl(name, TCIMOptions());
+        const EEmbeddedObject kind = property->GetEmbeddedObject(TCIMOptions());
+        const std::string embedded = kind == declaration->GetEmbeddedObject(TCIMOptions())
+                                         ? std::string()
+                                         : EmbeddedQualifier(kind, *declaration);
+        out << kIndent << (embedded.empty() ? "" : "[" + embedded + "] ") << name << " = "
             << Literal(property->GetValue(TCIMOptions())) << ";\n";
     }
     out << "};\n\n";

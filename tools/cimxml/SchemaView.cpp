@@ -112,15 +112,17 @@ boost::shared_ptr<ICIMMethodDecl> OverriddenMethodDecl(ICIMClass& cimClass,
 TProperties SetProperties(ICIMInstance& instance) {
     TProperties set = Collect<ICIMProperty>(instance, &ICIMInstance::EnumProperties);
     const boost::shared_ptr<ICIMClass> cimClass = instance.GetClass(TCIMOptions());
-    set.erase(
-        std::remove_if(
-            set.begin(), set.end(),
-            [&](const boost::shared_ptr<ICIMProperty>& property) {
-                const std::string& name = property->GetName(TCIMOptions());
-                return cimClass->GetPropertyDecl(name, TCIMOptions())->GetValue(TCIMOptions()) ==
-                       property->GetValue(TCIMOptions());
-            }),
-        set.end());
+    set.erase(std::remove_if(set.begin(), set.end(),
+                             [&](const boost::shared_ptr<ICIMProperty>& property) {
+                                 const boost::shared_ptr<ICIMPropertyDecl> decl =
+                                     cimClass->GetPropertyDecl(property->GetName(TCIMOptions()),
+                                                               TCIMOptions());
+                                 return decl->GetValue(TCIMOptions()) ==
+                                            property->GetValue(TCIMOptions()) &&
+                                        decl->GetEmbeddedObject(TCIMOptions()) ==
+                                            property->GetEmbeddedObject(TCIMOptions());
+                             }),
+              set.end());
     return set;
 }
 

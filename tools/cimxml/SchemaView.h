@@ -42,8 +42,8 @@ boost::shared_ptr<ICIMPropertyDecl> OverriddenPropertyDecl(ICIMClass& cimClass,
 boost::shared_ptr<ICIMMethodDecl> OverriddenMethodDecl(ICIMClass& cimClass,
                                                        const std::string& name);
 
-// The properties of an instance whose value is not the class's default: what the instance
-// itself says.
+// The properties of an instance whose value, or what its text holds, is not the class's: what
+// the instance itself says.
 TProperties SetProperties(ICIMInstance& instance);
 
 } // namespace NSchemaView

@@ -60,6 +60,7 @@ constexpr char kSuperClass[] = "SUPERCLASS";
 constexpr char kClassName[] = "CLASSNAME";
 constexpr char kReferenceClass[] = "REFERENCECLASS";
 constexpr char kValueType[] = "VALUETYPE";
+constexpr char kEmbeddedObject[] = "EmbeddedObject";
 } // namespace NAttr
 
 constexpr char kVersion[] = "2.0";
@@ -116,6 +117,13 @@ void AddArraySize(TAttributes& attributes, uint32_t size) {
     }
 }
 
+void AddEmbeddedObject(TAttributes& attributes, EEmbeddedObject kind) {
+    if (kind != kEmbeddedNone) {
+        attributes.emplace_back(NAttr::kEmbeddedObject,
+                                kind == kEmbeddedInstance ? "instance" : "object");
+    }
+}
+
 void AddFlavors(TAttributes& attributes, ICIMQualifierDecl::EFlavor flavor) {
     for (const TFlavorAttribute& attribute : kFlavorAttributes) {
         const bool set = (flavor & attribute.m_bit) != 0;
@@ -154,9 +162,9 @@ const char* PropertyElement(TCIMType type) {
     return type.IsArray() ? NElem::kPropertyArray : NElem::kProperty;
 }
 
-// The model keeps the class a reference property refers to only with a null value; a set value
-// names its target itself.
-TAttributes PropertyAttributes(const std::string& name, const TCIMValue& value) {
+// A reference property names the class it may refer to where the model knows it.
+TAttributes PropertyAttributes(const std::string& name, const TCIMValue& value,
+                               EEmbeddedObject embeddedObject) {
     TAttributes attributes{{NAttr::kName, name}};
     if (value.GetType().GetElementType() == kCIMTypeReference) {
         const boost::shared_ptr<ICIMClass> referenced = value.GetReferencedClass();
@@ -169,6 +177,7 @@ TAttributes PropertyAttributes(const std::string& name, const TCIMValue& value) 
     if (value.IsArray()) {
         AddArraySize(attributes, value.GetCount());
     }
+    AddEmbeddedObject(attributes, embeddedObject);
     return attributes;
 }
 
@@ -226,8 +235,8 @@ private:
     void Qualifiers(ICIMNamedElement& element, ICIMNamedElement* inheritedFrom);
     void Qualifier(ICIMQualifier& qualifier);
     void Class(ICIMClass& cimClass);
-    void Property(const std::string& name, const TCIMValue& value, ICIMNamedElement* decl,
-                  ICIMNamedElement* inheritedFrom);
+    void Property(const std::string& name, const TCIMValue& value, EEmbeddedObject embeddedObject,
+                  ICIMNamedElement* decl, ICIMNamedElement* inheritedFrom);
     void Method(ICIMClass& cimClass, ICIMMethodDecl& method);
     void Parameter(ICIMParameterDecl& parameter);
     void Instance(ICIMInstance& instance);
@@ -463,8 +472,8 @@ void TWriter::Class(ICIMClass& cimClass) {
     for (const boost::shared_ptr<ICIMPropertyDecl>& decl :
          NSchemaView::OwnPropertyDecls(cimClass)) {
         const std::string& name = decl->GetName(TCIMOptions());
-        Property(name, decl->GetValue(TCIMOptions()), decl.get(),
-                 NSchemaView::OverriddenPropertyDecl(cimClass, name).get());
+        Property(name, decl->GetValue(TCIMOptions()), decl->GetEmbeddedObject(TCIMOptions()),
+                 decl.get(), NSchemaView::OverriddenPropertyDecl(cimClass, name).get());
     }
     for (const boost::shared_ptr<ICIMMethodDecl>& method : NSchemaView::OwnMethodDecls(cimClass)) {
         Method(cimClass, *method);
@@ -475,10 +484,11 @@ void TWriter::Class(ICIMClass& cimClass) {
 // A declaration in a class, with its qualifiers, or a value in an instance, without: the loader
 // gives a property declaration the type of its default, so a null default is written as a typed
 // element without a value.
-void TWriter::Property(const std::string& name, const TCIMValue& value, ICIMNamedElement* decl,
+void TWriter::Property(const std::string& name, const TCIMValue& value,
+                       EEmbeddedObject embeddedObject, ICIMNamedElement* decl,
                        ICIMNamedElement* inheritedFrom) {
     const char* element = PropertyElement(value.GetType());
-    Open(element, PropertyAttributes(name, value));
+    Open(element, PropertyAttributes(name, value, embeddedObject));
     if (decl != nullptr) {
         Qualifiers(*decl, inheritedFrom);
     }
@@ -516,6 +526,8 @@ void TWriter::Parameter(ICIMParameterDecl& parameter) {
     if (array) {
         AddArraySize(attributes, parameter.GetArraySize(TCIMOptions()));
     }
+    // Servers write it on parameters as on properties, though the DTD has it only on the latter.
+    AddEmbeddedObject(attributes, parameter.GetEmbeddedObject(TCIMOptions()));
     const char* element = ParameterElement(reference, array);
     Open(element, attributes);
     Qualifiers(parameter, nullptr);
@@ -527,8 +539,8 @@ void TWriter::Instance(ICIMInstance& instance) {
     Open(NElem::kInstance,
          {{NAttr::kClassName, instance.GetClass(TCIMOptions())->GetName(TCIMOptions())}});
     for (const boost::shared_ptr<ICIMProperty>& property : NSchemaView::SetProperties(instance)) {
-        Property(property->GetName(TCIMOptions()), property->GetValue(TCIMOptions()), nullptr,
-                 nullptr);
+        Property(property->GetName(TCIMOptions()), property->GetValue(TCIMOptions()),
+                 property->GetEmbeddedObject(TCIMOptions()), nullptr, nullptr);
     }
     Close(NElem::kInstance);
 }

@@ -34,6 +34,15 @@ TEST(TStateClass, DeclaresPropertiesOfEachKindWithTheirDefaults) {
          "  property Flags boolean[] null count 0\n"
          "  property Peer reference null -> T_A\n"
          "  property Any reference null\n"},
+        {"what a string's text holds, in any letter case of the value; another value is reported",
+         ClassB("<PROPERTY NAME='Inst' TYPE='string' EmbeddedObject='instance'/>"
+                "<PROPERTY.ARRAY NAME='Objs' TYPE='string' EMBEDDEDOBJECT='Object'/>"
+                "<PROPERTY NAME='Odd' TYPE='string' EmbeddedObject='class'/>"),
+         kLine + "Invalid value 'class' for embeddedobject\n",
+         "class T_B\n"
+         "  property Inst string null embedded instance\n"
+         "  property Objs string[] null count 0 embedded object\n"
+         "  property Odd string null\n"},
         {"given defaults; the last value stands and a qualifier may follow it",
          ClassB("<PROPERTY NAME='Count' TYPE='uint32' CLASSORIGIN='T_X' PROPAGATED='true'>"
                 "<VALUE>1</VALUE><VALUE>2</VALUE><QUALIFIER NAME='Key'/></PROPERTY>"

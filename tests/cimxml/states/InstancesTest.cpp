@@ -29,7 +29,8 @@ std::string Describe(const boost::shared_ptr<ICIMInstance>& instance) {
     for (const auto& property : properties) {
         const TCIMValue& value = property->GetValue(TCIMOptions());
         description += " " + property->GetName(TCIMOptions()) + "=" +
-                       (value.IsNull() ? "null" : "'" + value.ToString() + "'");
+                       (value.IsNull() ? "null" : "'" + value.ToString() + "'") +
+                       DescribeEmbeddedObject(property->GetEmbeddedObject(TCIMOptions()));
     }
     return description;
 }
@@ -96,6 +97,13 @@ TEST(TStateInstance, StoresEachPropertyValueConvertedToItsDeclaredType) {
          Instance("<PROPERTY NAME='Name' TYPE='string'><VALUE>a&lt;b&amp;&#x41;</VALUE>"
                   "</PROPERTY><PROPERTY NAME='Count' TYPE='uint32'><VALUE></VALUE></PROPERTY>"),
          "", "T_Base Name='a<b&A' Count=null" + std::string(kDefaults)},
+        {"what a string's text holds",
+         Instance("<PROPERTY NAME='Name' TYPE='string' EmbeddedObject='instance'><VALUE>"
+                  "&lt;INSTANCE CLASSNAME='T_Other'/&gt;</VALUE></PROPERTY>"
+                  "<PROPERTY.ARRAY NAME='Codes' TYPE='uint16' EmbeddedObject='object'/>"),
+         "",
+         "T_Base Name='<INSTANCE CLASSNAME='T_Other'/>' embedded instance Count='5' When=null "
+         "Codes=null embedded object Peer=null\n"},
         {"the last of several values stands",
          Instance("<PROPERTY NAME='Count' TYPE='uint32'><VALUE>1</VALUE><VALUE>2</VALUE>"
                   "</PROPERTY>"),

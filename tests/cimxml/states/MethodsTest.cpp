@@ -40,6 +40,12 @@ TEST(TStateMethod, DeclaresParametersOfEachKind) {
          "",
          "class T_B\n  method Run uint32\n    parameter A uint8\n    parameter L uint8\n"
          "    parameter R reference\n"},
+        {"what a string parameter's text holds",
+         MethodRun("<PARAMETER NAME='A' TYPE='string' EmbeddedObject='object'/>"
+                   "<PARAMETER.ARRAY NAME='L' TYPE='string' EmbeddedObject='instance'/>"),
+         "",
+         "class T_B\n  method Run uint32\n    parameter A string embedded object\n"
+         "    parameter L string embedded instance\n"},
         {"no reference class looks up the empty name; an unknown one leaves the parameter out",
          MethodRun("<PARAMETER.REFERENCE NAME='R'/>"
                    "<PARAMETER.REFARRAY NAME='RL' REFERENCECLASS='T_None'/>"),
