@@ -88,6 +88,26 @@ TEST(TMemoryInstance, SetPropertyValueChecksNameAndType) {
     EXPECT_EQ(kQRNStatusAlreadyExists, StatusOf([&] { instance->Commit({}); }));
 }
 
+TEST(TMemoryInstance, APropertySaysWhatItsTextHoldsAsItselfOrItsDeclarationSays) {
+    auto ns = MakeNamespace();
+    auto cimClass = ns->CreateClass("EX_Thing", nullptr, {});
+    auto inst = cimClass->CreatePropertyDecl("Inst", Text(kCIMTypeString, ""), {});
+    inst->SetEmbeddedObject(kEmbeddedInstance, {});
+    inst->Commit({});
+    cimClass->CreatePropertyDecl("Plain", Text(kCIMTypeString, ""), {})->Commit({});
+    cimClass->Commit({});
+    EXPECT_EQ(kQRNStatusReadOnly, StatusOf([&] { inst->SetEmbeddedObject(kEmbeddedObject, {}); }));
+    auto instance = cimClass->CreateInstance({});
+    instance->SetPropertyEmbeddedObject("plain", kEmbeddedObject, {});
+    EXPECT_EQ(kEmbeddedInstance, instance->GetProperty("Inst", {})->GetEmbeddedObject({}));
+    EXPECT_EQ(kEmbeddedObject, instance->GetProperty("Plain", {})->GetEmbeddedObject({}));
+    EXPECT_EQ(kQRNStatusNotFound,
+              StatusOf([&] { instance->SetPropertyEmbeddedObject("Color", kEmbeddedObject, {}); }));
+    instance->Commit({});
+    EXPECT_EQ(kQRNStatusReadOnly,
+              StatusOf([&] { instance->SetPropertyEmbeddedObject("Inst", kEmbeddedNone, {}); }));
+}
+
 TEST(TMemoryInstance, EachPropertyReadsTheValueSetLastOrItsDefault) {
     typedef std::vector<std::pair<std::string, TCIMValue>> TValues;
     const TCIMValue null;
