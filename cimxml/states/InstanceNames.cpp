@@ -236,9 +236,16 @@ void TCIMXMLParser::TStateValueReference::StartElement(TCIMXMLParser& parser,
     }
 }
 
+// A path's host and namespace stay with the reference, though no lookup goes there.
 void TCIMXMLParser::TStateValueReference::EndElement(TCIMXMLParser& parser, const std::string&) {
     if (m_hasClass && !m_hasInstanceName) {
         m_reference.SetClassName(m_className);
+    }
+    if (!m_host.empty()) {
+        m_reference.SetHost(m_host);
+    }
+    if (!m_namespace.empty()) {
+        m_reference.SetNamespaceName(m_namespace);
     }
     // The reference is handed over: the state ends here.
     m_value->Set(std::move(m_reference));

@@ -233,18 +233,18 @@ std::vector<TValueCase> ValueCases(const TNamespacePtr& targets) {
         {Reference(targets, "T_Target", false),
          ">\n<VALUE.REFERENCE>\n<CLASSNAME NAME=\"T_Target\"/>\n</VALUE.REFERENCE>", true},
         {Reference(targets, target, false), ">\n<VALUE.REFERENCE>\n" + name, true},
+        // A reference without a namespace comes back in the document's.
         {Reference(targets, target, true),
-         ">\n<VALUE.REFERENCE>\n<LOCALINSTANCEPATH>\n" + root + name, true},
+         ">\n<VALUE.REFERENCE>\n<LOCALINSTANCEPATH>\n" + root + name, false},
         {Reference(targets, "T_Link.Left=\"T_Target.Id=\\\"a\\\",Num=7\"", false),
          ">\n<VALUE.REFERENCE>\n<INSTANCENAME CLASSNAME=\"T_Link\">\n<KEYBINDING NAME=\"Left\">\n"
          "<VALUE.REFERENCE>\n" +
              name + "</VALUE.REFERENCE>\n</KEYBINDING>",
          true},
-        // The loader takes neither host nor namespace from a path.
         {Reference(targets, "//server/root/cimv2:T_Target", false),
          ">\n<VALUE.REFERENCE>\n<CLASSPATH>\n<NAMESPACEPATH>\n<HOST>server</HOST>\n" + root +
              "</NAMESPACEPATH>\n<CLASSNAME NAME=\"T_Target\"/>\n</CLASSPATH>",
-         false},
+         true},
     };
     cases.insert(cases.end(), others.begin(), others.end());
     return cases;

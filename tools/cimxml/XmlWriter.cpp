@@ -347,9 +347,8 @@ void TWriter::ValueReference(const TCIMReference& reference) {
     Close(NElem::kValueReference);
 }
 
-// The loader gives a reference written as a bare name this namespace, and one written as a path
-// no namespace at all, whatever the path says; so a reference without a namespace goes in a
-// local path, and one in this namespace as a bare name. A host needs the full path.
+// A reference in this namespace is written as a bare name, one in another namespace or in none
+// (relative to this one) in a local path; a host needs the full path.
 void TWriter::ReferencePath(const TCIMReference& reference) {
     const bool instance = !reference.GetKeys().empty();
     if (!reference.GetHost().empty()) {

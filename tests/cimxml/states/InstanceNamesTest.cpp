@@ -123,27 +123,27 @@ TEST(TStateInstanceName, ReportsKeysItCannotBindAndGoesOn) {
 TEST(TStateValueReference, BuildsClassAndInstanceReferencesFromEveryPathForm) {
     const std::string name = "<INSTANCENAME CLASSNAME='T_Disk'>" +
                              Binding("DeviceID", "<KEYVALUE>d</KEYVALUE>") + "</INSTANCENAME>";
-    const std::string local = "<LOCALNAMESPACEPATH><NAMESPACE NAME='root'/>"
-                              "<NAMESPACE NAME='cimv2'/></LOCALNAMESPACEPATH>";
+    const std::string local = "<LOCALNAMESPACEPATH><NAMESPACE NAME='interop'/>"
+                              "<NAMESPACE NAME='x'/></LOCALNAMESPACEPATH>";
     const std::string full = "<NAMESPACEPATH><HOST>h</HOST>" + local + "</NAMESPACEPATH>";
     RunCases({
         {"a class name, in the parser's namespace",
          "<VALUE.REFERENCE><CLASSNAME NAME='T_Disk'/></VALUE.REFERENCE>", "", "root/cimv2:T_Disk"},
-        {"a local class path, without a namespace",
+        {"a local class path, in the namespace it names",
          "<VALUE.REFERENCE><LOCALCLASSPATH>" + local +
              "<CLASSNAME NAME='T_Disk'/></LOCALCLASSPATH></VALUE.REFERENCE>",
-         "", "T_Disk"},
-        {"a class path",
+         "", "interop/x:T_Disk"},
+        {"a class path, with its host",
          "<VALUE.REFERENCE><CLASSPATH>" + full +
              "<CLASSNAME NAME='T_Disk'/></CLASSPATH></VALUE.REFERENCE>",
-         "", "T_Disk"},
+         "", "//h/interop/x:T_Disk"},
         {"an instance path",
          "<VALUE.REFERENCE><INSTANCEPATH>" + full + name + "</INSTANCEPATH></VALUE.REFERENCE>", "",
-         "T_Disk.DeviceID=\"d\""},
+         "//h/interop/x:T_Disk.DeviceID=\"d\""},
         {"a local instance path",
          "<VALUE.REFERENCE><LOCALINSTANCEPATH>" + local + name +
              "</LOCALINSTANCEPATH></VALUE.REFERENCE>",
-         "", "T_Disk.DeviceID=\"d\""},
+         "", "interop/x:T_Disk.DeviceID=\"d\""},
         {"an instance name wins over a class name",
          "<VALUE.REFERENCE><CLASSNAME NAME='T_Uses'/>" + name + "</VALUE.REFERENCE>", "",
          "root/cimv2:T_Disk.DeviceID=\"d\""},
@@ -175,8 +175,9 @@ TEST(TStateNamespacePath, ReportsPathsWhosePartsAreMissingOrOutOfOrder) {
          "<VALUE.REFERENCE><CLASSPATH><NAMESPACEPATH><HOST>h</HOST><LOCALNAMESPACEPATH>"
          "<NAMESPACE NAME='a'/></LOCALNAMESPACEPATH><HOST/></NAMESPACEPATH>"
          "<CLASSNAME NAME='T_Disk'/></CLASSPATH></VALUE.REFERENCE>",
-         // The host's end closes the namespace path, and CLASSNAME reaches VALUE.REFERENCE.
-         kLine + "Unexpected element host\n", "root/cimv2:T_Disk"},
+         // The host's end closes the namespace path, and CLASSNAME reaches VALUE.REFERENCE,
+         // which keeps the host and namespace read before.
+         kLine + "Unexpected element host\n", "//h/a:T_Disk"},
     });
 }
 
