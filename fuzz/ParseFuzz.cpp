@@ -20,7 +20,7 @@ void ParseOne(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const uint8_
         parser.SetQX518Mode();
     }
     try {
-        parser.Parse(buffer.get());
+        parser.Parse(buffer.get(), size);
     } catch (const TQRNException&) {
     }
 }

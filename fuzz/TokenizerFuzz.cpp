@@ -37,7 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::unique_ptr<char[]> buffer = ExactCopy(data + 1, size - 1);
     TNullParser parser((data[0] & 1) != 0);
     try {
-        parser.Parse(buffer.get());
+        parser.Parse(buffer.get(), size - 1);
     } catch (const TStop&) {
     }
     return 0;

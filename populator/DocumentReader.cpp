@@ -58,7 +58,7 @@ boost::shared_array<char> Allocate(uint32_t length) {
     return boost::shared_array<char>(block);
 }
 
-boost::shared_array<char> ReadPlain(const std::string& path, uint64_t size) {
+TDocumentBuffer ReadPlain(const std::string& path, uint64_t size) {
     const uint32_t length = DocumentReadLength(size);
     boost::shared_array<char> buffer = Allocate(length);
     const std::unique_ptr<std::FILE, TFileCloser> file(std::fopen(path.c_str(), "r"));
@@ -70,7 +70,7 @@ boost::shared_array<char> ReadPlain(const std::string& path, uint64_t size) {
         Fail(kQRNStatusFileError);
     }
     buffer[read] = 0;
-    return buffer;
+    return {buffer, read};
 }
 
 // Checks the gzip magic and gives the uncompressed length that the trailer records (modulo 2^32).
@@ -95,7 +95,7 @@ uint32_t ReadGzipLength(const std::string& path) {
            uint32_t(trailer[3]) << 24;
 }
 
-boost::shared_array<char> ReadGzip(const std::string& path) {
+TDocumentBuffer ReadGzip(const std::string& path) {
     const uint32_t length = DocumentReadLength(ReadGzipLength(path));
     boost::shared_array<char> buffer = Allocate(length);
     const std::unique_ptr<gzFile_s, TGzipCloser> file(gzopen(path.c_str(), "rb"));
@@ -107,7 +107,7 @@ boost::shared_array<char> ReadGzip(const std::string& path) {
         Fail(kQRNStatusGzipRead);
     }
     buffer[read] = 0;
-    return buffer;
+    return {buffer, size_t(read)};
 }
 
 } // namespace
@@ -117,7 +117,7 @@ uint32_t DocumentReadLength(uint64_t size) {
                                                                 : kPartialDocumentLength;
 }
 
-boost::shared_array<char> ReadDocument(const std::string& path, uint64_t size) {
+TDocumentBuffer ReadDocument(const std::string& path, uint64_t size) {
     if (path.find(kGzipMarker) == std::string::npos) {
         return ReadPlain(path, size);
     }

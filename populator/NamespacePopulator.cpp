@@ -12,9 +12,10 @@ const uint32_t kFileLogLevel = 0;
 
 // Parses the whole buffer; a failed parse is logged with the file's path, and its status passed
 // on in a new exception.
-void ParseDocument(TCIMXMLParser& parser, char* buffer, const std::string& path) {
+void ParseDocument(TCIMXMLParser& parser, const TDocumentBuffer& document,
+                   const std::string& path) {
     try {
-        parser.Parse(buffer);
+        parser.Parse(document.m_bytes.get(), document.m_length);
     } catch (const TQRNException& error) {
         TRootObject::GetCoreLogger()->Log(kFileLogLevel,
                                           "Previous error was while parsing file '" + path + "'");
@@ -27,9 +28,9 @@ void ParseDocument(TCIMXMLParser& parser, char* buffer, const std::string& path)
 std::vector<boost::shared_ptr<ICIMClass>>
 TNamespacePopulator::PopulateFromXMLFile(boost::shared_ptr<ICIMNamespace> ns, std::string path) {
     const uint64_t size = TOSSpecific::GetFileSize(path);
-    const boost::shared_array<char> buffer = ReadDocument(path, size);
+    const TDocumentBuffer document = ReadDocument(path, size);
     TCIMXMLParser parser(ns);
-    ParseDocument(parser, buffer.get(), path);
+    ParseDocument(parser, document, path);
     return parser.GetClassesCollected();
 }
 
@@ -41,9 +42,9 @@ TNamespacePopulator::PopulateFromRegXMLFile(boost::shared_ptr<ICIMNamespace> ns,
     } catch (const TQRNException&) {
         return {};
     }
-    const boost::shared_array<char> buffer = ReadDocument(path, size);
+    const TDocumentBuffer document = ReadDocument(path, size);
     TCIMXMLParser parser(ns);
-    ParseDocument(parser, buffer.get(), path);
+    ParseDocument(parser, document, path);
     return parser.GetInstancesCollected();
 }
 

@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <initializer_list>
 #include <iterator>
+#include <string>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -34,6 +36,24 @@ const char kInvalidHex[] = "Invalid hex character";
 const char kValueUnterminated[] = "End of input inside an attribute value";
 const char kReferenceUnterminated[] = "End of input inside a character reference";
 const char kTooDeep[] = "Element nesting too deep";
+const char kInvalidCharacterReference[] = "Invalid character reference";
+const char kUnterminatedXmlDecl[] = "Unterminated XML declaration";
+const char kUnterminatedDocType[] = "Unterminated document type declaration";
+const char kUnterminatedComment[] = "Unterminated comment";
+const char kUnterminatedPI[] = "Unterminated processing instruction";
+const char kUnterminatedCData[] = "Unterminated CDATA section";
+const char kMarkupInContent[] = "Unexpected markup in element content";
+const char kAfterRoot[] = "Unexpected content after the root element";
+const char kUnsupportedEncoding[] = "Unsupported encoding ";
+
+const char kCDataStart[] = "<![CDATA[";
+const char kCDataEnd[] = "]]>";
+const char kCommentStart[] = "<!--";
+const char kByteOrderMark[] = "\xEF\xBB\xBF";
+// Delivered for each line end: CR LF and a lone CR read as one line feed.
+const char kLineFeed[] = "\n";
+// Character references stand for code points up to this one, but for the surrogates.
+const uint32_t kLastCodePoint = 0x10FFFF;
 
 // Pseudo-attributes through which StartElement rejects the tag it was given.
 const char kRejectFormat[] = "throwExInvalidFormat";
@@ -97,20 +117,23 @@ inline bool Is(char c, uint8_t bits) {
     return (kByteClasses.m_bits[static_cast<unsigned char>(c)] & bits) != 0;
 }
 
-// The first byte at or after p that is the zero or one of the three stops. Text and attribute
+// The first byte at or after p that is the zero or one of the four stops. Text and attribute
 // values are most of a document, so they are scanned sixteen bytes at a time where the
 // processor can. A load never leaves the page of the bytes it must read, so reading a little
 // past the zero is harmless, but the address sanitizer would take it for an overflow.
 #if defined(__SSE2__)
-__attribute__((no_sanitize("address"))) char* SkipUntilAny(char* p, char a, char b, char c) {
+__attribute__((no_sanitize("address"))) char* SkipUntilAny(char* p, char a, char b, char c,
+                                                           char d) {
     const __m128i stopA = _mm_set1_epi8(a);
     const __m128i stopB = _mm_set1_epi8(b);
     const __m128i stopC = _mm_set1_epi8(c);
+    const __m128i stopD = _mm_set1_epi8(d);
     const __m128i zero = _mm_setzero_si128();
     const auto stops = [&](__m128i chunk) {
         const __m128i ab = _mm_or_si128(_mm_cmpeq_epi8(chunk, stopA), _mm_cmpeq_epi8(chunk, stopB));
-        const __m128i cz = _mm_or_si128(_mm_cmpeq_epi8(chunk, stopC), _mm_cmpeq_epi8(chunk, zero));
-        return _mm_movemask_epi8(_mm_or_si128(ab, cz));
+        const __m128i cd = _mm_or_si128(_mm_cmpeq_epi8(chunk, stopC), _mm_cmpeq_epi8(chunk, stopD));
+        const __m128i abz = _mm_or_si128(ab, _mm_cmpeq_epi8(chunk, zero));
+        return _mm_movemask_epi8(_mm_or_si128(abz, cd));
     };
     const uintptr_t kPage = 4096;
     const uintptr_t kChunk = 16;
@@ -125,7 +148,7 @@ __attribute__((no_sanitize("address"))) char* SkipUntilAny(char* p, char a, char
     } else {
         for (; at % kChunk != 0; ++at) {
             const char byte = *reinterpret_cast<const char*>(at);
-            if (byte == a || byte == b || byte == c || byte == 0) {
+            if (byte == a || byte == b || byte == c || byte == d || byte == 0) {
                 return reinterpret_cast<char*>(at);
             }
         }
@@ -138,8 +161,8 @@ __attribute__((no_sanitize("address"))) char* SkipUntilAny(char* p, char a, char
     }
 }
 #else
-char* SkipUntilAny(char* p, char a, char b, char c) {
-    while (*p != a && *p != b && *p != c && *p != 0) {
+char* SkipUntilAny(char* p, char a, char b, char c, char d) {
+    while (*p != a && *p != b && *p != c && *p != d && *p != 0) {
         ++p;
     }
     return p;
@@ -157,6 +180,108 @@ int DigitValue(char c, unsigned base) {
     }
     c = Lower(c);
     return base == 16 && c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
+}
+
+// CR LF and a lone CR become one line feed each, in place.
+void NormalizeLineEnds(std::string& text) {
+    size_t to = 0;
+    for (size_t from = 0; from < text.size(); ++from) {
+        const char c = text[from];
+        if (c == '\r' && from + 1 < text.size() && text[from + 1] == '\n') {
+            continue;
+        }
+        text[to++] = c == '\r' ? '\n' : c;
+    }
+    text.resize(to);
+}
+
+// The code point's UTF-8 bytes; returns their count.
+size_t EncodeUtf8(uint32_t code, char* out) {
+    if (code < 0x80) {
+        out[0] = char(code);
+        return 1;
+    }
+    const size_t count = code < 0x800 ? 2 : code < 0x10000 ? 3 : 4;
+    static const unsigned char kLead[] = {0, 0, 0xC0, 0xE0, 0xF0};
+    for (size_t i = count - 1; i > 0; --i) {
+        out[i] = char(0x80 | (code & 0x3F));
+        code >>= 6;
+    }
+    out[0] = char(kLead[count] | code);
+    return count;
+}
+
+// The encoding a document's first bytes show where the scan cannot read it, or null. A document
+// of unknown length shows only its bytes before the first zero.
+const char* WideEncoding(const char* bytes, size_t visible) {
+    static const struct {
+        const char* m_bytes;
+        size_t m_size;
+        const char* m_name;
+    } kWide[] = {
+        {"\0\0\xFE\xFF", 4, "UTF-32BE"}, {"\xFF\xFE\0\0", 4, "UTF-32LE"},
+        {"\0\0\0<", 4, "UTF-32BE"},      {"<\0\0\0", 4, "UTF-32LE"},
+        {"\xFE\xFF", 2, "UTF-16BE"},     {"\xFF\xFE", 2, "UTF-16LE"},
+        {"\0<\0?", 4, "UTF-16BE"},       {"<\0?\0", 4, "UTF-16LE"},
+    };
+    for (const auto& wide : kWide) {
+        if (visible >= wide.m_size && std::memcmp(bytes, wide.m_bytes, wide.m_size) == 0) {
+            return wide.m_name;
+        }
+    }
+    return nullptr;
+}
+
+// The encoding an XML declaration at the start names, as written; empty where none is named.
+std::string DeclaredEncoding(const char* text) {
+    if (std::strncmp(text, "<?xml", 5) != 0 || !IsXmlSpace(text[5])) {
+        return std::string();
+    }
+    const char* end = std::strstr(text, "?>");
+    const std::string declaration(text, end == nullptr ? text : end);
+    size_t at = declaration.find("encoding");
+    if (at == std::string::npos) {
+        return std::string();
+    }
+    at = declaration.find_first_not_of(" \t\r\n", at + 8);
+    if (at == std::string::npos || declaration[at] != '=') {
+        return std::string();
+    }
+    at = declaration.find_first_not_of(" \t\r\n", at + 1);
+    if (at == std::string::npos || (declaration[at] != '"' && declaration[at] != '\'')) {
+        return std::string();
+    }
+    const size_t close = declaration.find(declaration[at], at + 1);
+    return close == std::string::npos ? std::string() : declaration.substr(at + 1, close - at - 1);
+}
+
+bool IsOneOf(const std::string& lowered, std::initializer_list<const char*> names) {
+    for (const char* name : names) {
+        if (lowered == name) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The UTF-8 form of a Latin-1 text: each byte is the code point of its character.
+std::string Latin1ToUtf8(const char* text) {
+    std::string utf8;
+    utf8.reserve(std::strlen(text) + 64);
+    for (const char* p = text; *p != 0; ++p) {
+        char bytes[4];
+        utf8.append(bytes, EncodeUtf8(static_cast<unsigned char>(*p), bytes));
+    }
+    return utf8;
+}
+
+bool HasHighByte(const char* text) {
+    for (const char* p = text; *p != 0; ++p) {
+        if (static_cast<unsigned char>(*p) >= 0x80) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // Puts a zero byte in place for the duration of a callback, so that the text before it is a
@@ -212,7 +337,8 @@ struct TXmlParser::TOpenElement {
 };
 
 TXmlParser::TXmlParser()
-    : m_pStart(nullptr), m_pCur(nullptr), m_depth(0), m_pLineMark(nullptr), m_lineAtMark(1) {}
+    : m_pStart(nullptr), m_pCur(nullptr), m_depth(0), m_pLineBuffer(nullptr), m_pLineMark(nullptr),
+      m_lineAtMark(1), m_reported(0) {}
 
 TXmlParser::TXmlParser(const TXmlParser& other) = default;
 
@@ -220,26 +346,75 @@ TXmlParser& TXmlParser::operator=(const TXmlParser& other) = default;
 
 TXmlParser::~TXmlParser() = default;
 
-// document: prolog element Misc*
 void TXmlParser::Parse(char* buffer) {
+    // Enough to tell the encodings apart by their first bytes, as far as they are not zero.
+    const size_t kSniffed = 4;
+    Parse(buffer, buffer == nullptr ? 0 : strnlen(buffer, kSniffed));
+}
+
+// document: prolog element Misc*  - anything else after the root element is reported
+void TXmlParser::Parse(char* buffer, size_t length) {
     m_pStart = m_pCur = buffer;
     m_depth = 0;
     m_hiddenLineFeeds.clear();
-    m_pLineMark = buffer;
-    m_lineAtMark = 1;
+    m_decoded.reset();
+    m_reported = 0;
+    m_pLineBuffer = nullptr;
     if (buffer == nullptr) {
-        FatalError(kBeforeProlog);
+        Fail(kBeforeProlog);
+        return;
+    }
+    if (!Decode(buffer, length)) {
         return;
     }
     ParseProlog();
     ParseElement();
     while (ParseMisc()) {
     }
+    if (*m_pCur != 0 && m_reported == 0) {
+        Fail(kAfterRoot);
+    }
+}
+
+// A byte order mark is skipped; UTF-8 and ASCII are read as they are, Latin-1 in its UTF-8 form.
+bool TXmlParser::Decode(char* buffer, size_t visible) {
+    if (const char* wide = WideEncoding(buffer, visible)) {
+        Fail((std::string(kUnsupportedEncoding) + "'" + wide + "'").c_str());
+        return false;
+    }
+    if (std::strncmp(buffer, kByteOrderMark, 3) == 0) {
+        m_pCur = buffer + 3;
+    }
+    const std::string declared = DeclaredEncoding(m_pCur);
+    const std::string lowered = LowerAscii(declared);
+    if (declared.empty() || IsOneOf(lowered, {"utf-8", "utf8", "us-ascii", "ascii"})) {
+        return true;
+    }
+    if (!IsOneOf(lowered, {"iso-8859-1", "iso8859-1", "iso_8859-1", "iso_8859-1:1987", "latin1",
+                           "latin-1", "l1", "iso-ir-100", "ibm819", "cp819", "csisolatin1"})) {
+        Fail((std::string(kUnsupportedEncoding) + "'" + declared + "'").c_str());
+        return false;
+    }
+    if (HasHighByte(m_pCur)) {
+        m_decoded = std::make_shared<std::string>(Latin1ToUtf8(m_pCur));
+        m_pStart = m_pCur = &(*m_decoded)[0];
+    }
+    return true;
+}
+
+void TXmlParser::Fail(const char* message) {
+    ++m_reported;
+    FatalError(message);
 }
 
 uint32_t TXmlParser::GetCurLine() {
-    if (m_pCur == nullptr) {
+    if (m_pCur == nullptr || m_pStart == nullptr || m_pCur < m_pStart) {
         return 1;
+    }
+    // A derived class may have pointed the scan at another buffer, or anywhere in this one.
+    if (m_pLineBuffer != m_pStart || m_pLineMark < m_pStart) {
+        m_pLineBuffer = m_pLineMark = m_pStart;
+        m_lineAtMark = 1;
     }
     if (m_pCur >= m_pLineMark) {
         m_lineAtMark += CountLineFeeds(m_pLineMark, m_pCur);
@@ -296,12 +471,12 @@ bool TXmlParser::SkipWhitespace() {
 bool TXmlParser::ValidateName() {
     char* p = m_pCur;
     if (*p == 0) {
-        FatalError(kInvalidName);
+        Fail(kInvalidName);
         return false;
     }
     if (!Is(*p, kNameStart)) {
         m_pCur = p + 1;
-        FatalError(kInvalidName);
+        Fail(kInvalidName);
         return false;
     }
     ++p;
@@ -326,7 +501,7 @@ bool TXmlParser::SkipPast(const char* terminator) {
 bool TXmlParser::ParseProlog() {
     char* start = m_pCur;
     if (GetChar() != '<') {
-        FatalError(kBeforeProlog);
+        Fail(kBeforeProlog);
         return false;
     }
     const bool declared = GetChar() == '?';
@@ -334,7 +509,9 @@ bool TXmlParser::ParseProlog() {
     if (!declared) {
         return false;
     }
-    ParseXMLDecl();
+    if (!ParseXMLDecl()) {
+        Fail(kUnterminatedXmlDecl);
+    }
     while (ParseMisc()) {
     }
     char* markup = m_pCur;
@@ -365,11 +542,19 @@ bool TXmlParser::ParseMisc() {
     m_pCur = start;
     switch (second) {
     case '!':
-        return comment && SkipComment();
+        if (comment && !SkipComment()) {
+            Fail(kUnterminatedComment);
+            return false;
+        }
+        return comment;
     case '?':
-        return ParseProcessingInstruction();
+        if (!ParseProcessingInstruction()) {
+            Fail(kUnterminatedPI);
+            return false;
+        }
+        return true;
     case '%':
-        return ParseJSSP();
+        return CallParseJSSP();
     default:
         return false;
     }
@@ -400,11 +585,12 @@ bool TXmlParser::ParseProcessingInstruction() {
 bool TXmlParser::ParseDocTypeDecl() {
     for (const char* expected = "<!DOCTYPE"; *expected != 0; ++expected) {
         if (GetChar() != *expected) {
-            FatalError(kInDocTypeDecl);
+            Fail(kInDocTypeDecl);
             return false;
         }
     }
     if (!SkipPast(">")) {
+        Fail(kUnterminatedDocType);
         return false;
     }
     SkipWhitespace();
@@ -421,18 +607,30 @@ bool TXmlParser::ParseNotationDecl() {
 }
 
 bool TXmlParser::ParseJSSP() {
-    FatalError(kJSSP);
+    Fail(kJSSP);
+    return false;
+}
+
+// A derived class's ParseJSSP may refuse a block without a word; the scan then reports it.
+bool TXmlParser::CallParseJSSP() {
+    const uint32_t reported = m_reported;
+    if (ParseJSSP()) {
+        return true;
+    }
+    if (m_reported == reported) {
+        Fail(kJSSP);
+    }
     return false;
 }
 
 // element: '<' Name (S Attribute)* S? ('/>' | '>' content ETag)
 bool TXmlParser::ParseElement() {
     if (m_depth >= kMaxElementDepth) {
-        FatalError(kTooDeep);
+        Fail(kTooDeep);
         return false;
     }
     if (GetChar() != '<') {
-        FatalError(kBeforeElement);
+        Fail(kBeforeElement);
         return false;
     }
     const char* name = m_pCur;
@@ -447,7 +645,7 @@ bool TXmlParser::ParseElement() {
         close = GetChar();
     }
     if (close != '>') {
-        FatalError(kBeforeEndOfElement);
+        Fail(kBeforeEndOfElement);
         return false;
     }
     element.TerminateName();
@@ -483,7 +681,7 @@ bool TXmlParser::ParseContent(const char* name, size_t nameLength, bool result,
         ParseCharData();
         char* markup = m_pCur;
         if (GetChar() != '<') {
-            FatalError(kWhereElementExpected);
+            Fail(kWhereElementExpected);
             return false;
         }
         const char second = GetChar();
@@ -500,16 +698,17 @@ bool TXmlParser::ParseContent(const char* name, size_t nameLength, bool result,
         switch (second) {
         case '?':
             if (!ParseProcessingInstruction()) {
+                Fail(kUnterminatedPI);
                 return false;
             }
             break;
         case '!':
-            if (!SkipComment()) {
+            if (!ParseMarkupInContent()) {
                 return false;
             }
             break;
         case '%':
-            if (!ParseJSSP()) {
+            if (!CallParseJSSP()) {
                 return false;
             }
             break;
@@ -518,6 +717,55 @@ bool TXmlParser::ParseContent(const char* name, size_t nameLength, bool result,
                 return result;
             }
         }
+    }
+}
+
+// Comment | CDSect  - any other '<!' markup has no place in content
+bool TXmlParser::ParseMarkupInContent() {
+    if (std::strncmp(m_pCur, kCommentStart, 4) == 0) {
+        if (!SkipComment()) {
+            Fail(kUnterminatedComment);
+            return false;
+        }
+        return true;
+    }
+    if (std::strncmp(m_pCur, kCDataStart, 9) == 0) {
+        return ScanCData();
+    }
+    Fail(kMarkupInContent);
+    return false;
+}
+
+// CDSect: '<![CDATA[' text ']]>'  - the text as written, but for its line ends
+bool TXmlParser::ScanCData() {
+    char* text = m_pCur + 9;
+    char* end = std::strstr(text, kCDataEnd);
+    if (end == nullptr) {
+        m_pCur = text;
+        Fail(kUnterminatedCData);
+        return false;
+    }
+    DeliverText(text, end);
+    m_pCur = end + 3;
+    return true;
+}
+
+// Delivers [begin, end) a run at a time, with each line end as a line feed of its own.
+void TXmlParser::DeliverText(char* begin, char* end) {
+    while (begin != end) {
+        char* cr = static_cast<char*>(std::memchr(begin, '\r', size_t(end - begin)));
+        char* runEnd = cr == nullptr ? end : cr;
+        if (runEnd != begin) {
+            m_pCur = runEnd;
+            TTerminator terminator(runEnd);
+            characters(begin, uint32_t(runEnd - begin));
+        }
+        if (cr == nullptr) {
+            return;
+        }
+        begin = cr + 1 != end && cr[1] == '\n' ? cr + 2 : cr + 1;
+        m_pCur = begin;
+        characters(kLineFeed, 1);
     }
 }
 
@@ -534,12 +782,12 @@ bool TXmlParser::ParseEndTag(const char* name, size_t nameLength) {
     } else if (!ValidateName()) {
         return false;
     } else {
-        FatalError(kNamesDontMatch);
+        Fail(kNamesDontMatch);
         return false;
     }
     SkipWhitespace();
     if (GetChar() != '>') {
-        FatalError(kBeforeEndOfElement);
+        Fail(kBeforeEndOfElement);
         return false;
     }
     return true;
@@ -565,27 +813,42 @@ TAttributeMap TXmlParser::GetAttributeNValue() {
         char* nameEnd = m_pCur;
         SkipWhitespace();
         if (GetChar() != '=') {
-            FatalError(kBeforeEquals);
+            Fail(kBeforeEquals);
             return attributes;
         }
         SkipWhitespace();
         const char quote = GetChar();
         if (quote != '\'' && quote != '"') {
-            FatalError(kAfterEquals);
+            Fail(kAfterEquals);
             return attributes;
         }
         const char* value = m_pCur;
-        if (!ScanAttributeValue(quote)) {
+        bool carriageReturn = false;
+        if (!ScanAttributeValue(quote, &carriageReturn)) {
             return attributes;
         }
         // Attribute names stay lowered in the buffer too.
         LowerAscii(name, size_t(nameEnd - name));
-        if (!attributes.Insert(name, nameEnd, value, m_pCur - 1)) {
-            FatalError(kAttributeTwice);
-        }
+        AddAttribute(attributes, name, nameEnd, value, m_pCur - 1, carriageReturn);
         if (!SkipWhitespace()) {
             return attributes;
         }
+    }
+}
+
+// Servers write some attributes twice, in two spellings, with one value: that is one attribute.
+void TXmlParser::AddAttribute(TAttributeMap& attributes, const char* name, const char* nameEnd,
+                              const char* value, const char* valueEnd, bool carriageReturn) {
+    if (attributes.Insert(name, nameEnd, value, valueEnd)) {
+        if (carriageReturn) {
+            NormalizeLineEnds(attributes.find(std::string(name, nameEnd))->second);
+        }
+        return;
+    }
+    std::string repeated(value, valueEnd);
+    NormalizeLineEnds(repeated);
+    if (attributes.find(std::string(name, nameEnd))->second != repeated) {
+        Fail(kAttributeTwice);
     }
 }
 
@@ -600,25 +863,29 @@ void TXmlParser::RecycleAttributes(TAttributeMap& attributes) {
 }
 
 // Moves past the closing quote; false, after the report, for a value that cannot be accepted.
-bool TXmlParser::ScanAttributeValue(char quote) {
+bool TXmlParser::ScanAttributeValue(char quote, bool* carriageReturn) {
     for (;;) {
-        char* p = SkipUntilAny(m_pCur, quote, '<', '&');
+        char* p = SkipUntilAny(m_pCur, quote, '<', '&', '\r');
         const char c = *p;
         m_pCur = c == 0 ? p : p + 1;
         if (c == quote) {
             return true;
         }
+        if (c == '\r') {
+            *carriageReturn = true;
+            continue;
+        }
         if (c == 0) {
-            FatalError(kValueUnterminated);
+            Fail(kValueUnterminated);
             return false;
         }
         if (c == '<') {
-            FatalError(kLessThanInValue);
+            Fail(kLessThanInValue);
             return false;
         }
         // What is left is an '&'.
         if (!ScanValueReference()) {
-            FatalError(kAmpersandInValue);
+            Fail(kAmpersandInValue);
             return false;
         }
     }
@@ -651,11 +918,17 @@ bool TXmlParser::ParseCharData() {
     bool delivered = false;
     for (;;) {
         char* run = m_pCur;
-        m_pCur = SkipUntilAny(run, '<', '&', '&');
+        m_pCur = SkipUntilAny(run, '<', '&', '\r', '\r');
         if (m_pCur != run) {
             TTerminator terminator(m_pCur);
             characters(run, uint32_t(m_pCur - run));
             delivered = true;
+        }
+        if (*m_pCur == '\r') {
+            m_pCur += m_pCur[1] == '\n' ? 2 : 1;
+            characters(kLineFeed, 1);
+            delivered = true;
+            continue;
         }
         if (*m_pCur != '&') {
             return delivered;
@@ -689,37 +962,41 @@ void TXmlParser::ScanNamedReference(char first) {
         }
     }
     if (match == std::end(kEntities)) {
-        FatalError(kUnknownEntity);
+        Fail(kUnknownEntity);
         return;
     }
     const char replacement[2] = {match->m_character, 0};
     characters(replacement, 1);
 }
 
-// CharRef: '&#' [0-9]+ ';' | '&#x' [0-9a-fA-F]+ ';'  - one byte, the value modulo 256
+// CharRef: '&#' [0-9]+ ';' | '&#x' [0-9a-fA-F]+ ';'  - the character's UTF-8 bytes
 void TXmlParser::ScanNumericReference() {
-    unsigned base = 10;
+    uint32_t base = 10;
     if (Lower(PeekChar()) == 'x') {
         GetChar();
         base = 16;
     }
-    unsigned value = 0;
+    uint32_t value = 0;
     for (uint32_t read = 0;; ++read) {
         const char c = GetChar();
         const int digit = DigitValue(c, base);
         if (digit >= 0) {
-            value = (value * base + unsigned(digit)) & 0xFF;
+            // Past the last code point the value need only stay past it.
+            value = std::min(value * base + uint32_t(digit), kLastCodePoint + 1);
         } else if (c == 0) {
-            FatalError(kReferenceUnterminated);
+            Fail(kReferenceUnterminated);
             return;
         } else if (c != ';') {
-            FatalError(kUnknownEntity);
-        } else if (read > 0) {
-            const char character[2] = {char(value), 0};
-            characters(character, 1);
+            Fail(kUnknownEntity);
+        } else if (read == 0) {
+            Fail(kInvalidHex);
+        } else if (value == 0 || (value >= 0xD800 && value <= 0xDFFF) || value > kLastCodePoint) {
+            Fail(kInvalidCharacterReference);
             return;
         } else {
-            FatalError(kInvalidHex);
+            char character[5] = {};
+            characters(character, uint32_t(EncodeUtf8(value, character)));
+            return;
         }
     }
 }

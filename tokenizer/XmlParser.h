@@ -3,7 +3,9 @@
 
 #include "tokenizer/AttributeMap.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,8 @@ namespace NQRN20 {
 // are handed out as zero-terminated strings by putting a zero byte after them for the length of
 // the call. Errors go to FatalError with fixed messages; a derived class decides whether that
 // throws. Where FatalError returns, the scan still ends cleanly and never reads past the zero.
+// Text reaches the callbacks as XML defines it: UTF-8, line ends as line feeds, references
+// replaced; a Latin-1 document is converted to UTF-8 first, other encodings are refused.
 class TXmlParser {
 public:
     // Real CIM-XML nests below 30; the cap keeps the recursive scan's stack use bounded.
@@ -32,7 +36,11 @@ public:
     virtual void FatalError(const char* message) = 0;
 
     void Parse(char* buffer);
-    // The 1-based line of the current position, counting the document's own line feeds.
+    // The same, for a buffer whose length is known: its first bytes are looked at even where they
+    // are zero, so that a UTF-16 or UTF-32 document is refused rather than taken for empty.
+    void Parse(char* buffer, size_t length);
+    // The 1-based line of the current position, counting the document's own line feeds from
+    // m_pStart, whatever a derived class did to m_pStart and m_pCur since the last call.
     uint32_t GetCurLine();
 
 protected:
@@ -61,17 +69,30 @@ private:
 
     struct TOpenElement;
 
+    // Every error the scan finds goes through here, so that the end of the document knows
+    // whether one was reported.
+    void Fail(const char* message);
+    // Points the scan at the document, past a byte order mark, or at its UTF-8 form; false,
+    // after the report, for an encoding the scan cannot read.
+    bool Decode(char* buffer, size_t visible);
+
     // Pieces of ParseElement and ParseCharData, kept apart so that each stays short.
     bool NotifyStart(const char* name, TAttributeMap& attributes, bool* valueRejected);
     bool ParseContent(const char* name, size_t nameLength, bool result, bool valueRejected);
     bool ParseEndTag(const char* name, size_t nameLength);
-    bool ScanAttributeValue(char quote);
+    bool ParseMarkupInContent();
+    bool CallParseJSSP();
+    bool ScanAttributeValue(char quote, bool* carriageReturn);
     bool ScanValueReference();
     void ScanNamedReference(char first);
     void ScanNumericReference();
+    bool ScanCData();
+    void DeliverText(char* begin, char* end);
     bool SkipPast(const char* terminator);
     uint32_t CountLineFeeds(const char* from, const char* to) const;
     void RecycleAttributes(TAttributeMap& attributes);
+    void AddAttribute(TAttributeMap& attributes, const char* name, const char* nameEnd,
+                      const char* value, const char* valueEnd, bool carriageReturn);
 
     // The attribute map of the last start tag that had attributes, cleared, so that the next
     // tag's attributes fill its strings instead of allocating their own. A copy of the parser
@@ -90,9 +111,14 @@ private:
     uint32_t m_depth;
     // Line feeds that an open element's name terminator hides from GetCurLine's count.
     std::vector<const char*> m_hiddenLineFeeds;
-    // GetCurLine counts on from its last answer when the position has only moved forward.
+    // GetCurLine counts on from its last answer, where that was in the same buffer.
+    const char* m_pLineBuffer;
     const char* m_pLineMark;
     uint32_t m_lineAtMark;
+    // The UTF-8 form of a Latin-1 document, shared with copies of the parser that scan it.
+    std::shared_ptr<std::string> m_decoded;
+    // The errors reported during this parse.
+    uint32_t m_reported;
     TSpareMap m_spareMap;
 };
 

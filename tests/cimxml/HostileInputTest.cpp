@@ -79,7 +79,8 @@ TEST(HostileInput, EndsEachHugeOrRepetitiveDocumentAsExpected) {
         {"a million sibling errors, one a line", InDeclGroup(Repeat("\n<VALUE.OBJECT/>", 1000000)),
          "3 CIM-XML Parser line 2:CIM element syntax error", 1000000, 0},
         {"a character reference of a million digits",
-         "<CIM>&#" + std::string(1000000, '9') + ";</CIM>", "", 0, 0},
+         "<CIM>&#" + std::string(1000000, '9') + ";</CIM>",
+         "3 CIM-XML Parser line 1:Invalid character reference", 1, kQRNStatusParseError},
         {"100 MB of text", "<CIM>" + std::string(100000000, 'x') + "</CIM>", "", 0, 0},
         {"the end of the input inside a tag", "<CIM><DECLARATION",
          "3 CIM-XML Parser line 1:Unexpected character before end of element", 1,
@@ -91,11 +92,14 @@ TEST(HostileInput, EndsEachHugeOrRepetitiveDocumentAsExpected) {
          kQRNStatusParseError},
         {"inside a named reference", "<CIM>&am", "3 CIM-XML Parser line 1:Unknown entity reference",
          1, kQRNStatusParseError},
-        // A comment or processing instruction cut short ends its element without a word.
-        {"inside a comment", "<CIM><!-- c", "", 0, 0},
-        {"inside a processing instruction", "<CIM><?p x", "", 0, 0},
+        {"inside a comment", "<CIM><!-- c", "3 CIM-XML Parser line 1:Unterminated comment", 1,
+         kQRNStatusParseError},
+        {"inside a processing instruction", "<CIM><?p x",
+         "3 CIM-XML Parser line 1:Unterminated processing instruction", 1, kQRNStatusParseError},
+        {"inside a CDATA section", "<CIM><![CDATA[x",
+         "3 CIM-XML Parser line 1:Unterminated CDATA section", 1, kQRNStatusParseError},
         {"inside the prolog", "<?xml version='1.0'",
-         "3 CIM-XML Parser line 1:Invalid element/attribute name", 1, kQRNStatusParseError},
+         "3 CIM-XML Parser line 1:Unterminated XML declaration", 1, kQRNStatusParseError},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.m_title);

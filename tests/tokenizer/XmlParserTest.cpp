@@ -157,7 +157,7 @@ TEST(TXmlParser, ScansThePrologAndWhatFollowsTheRootElement) {
             {"", {"error 1: Unexpected character before prolog"}},
             {" <A/>", {"error 1: Unexpected character before prolog"}},
             {"\n<A/>", {"error 2: Unexpected character before prolog"}},
-            {"\xEF\xBB\xBF<A/>", {"error 1: Unexpected character before prolog"}},
+            {"\xEF\xBB\xBF<A/>", {"start A", "end A"}},
             {"<A/>", {"start A", "end A"}},
             {"<!-- c --><A/>", {"error 1: Invalid element/attribute name"}},
             {"<?xml version='1.0'?><?pi x?><A/>", {"pi TBD TBD", "start A", "end A"}},
@@ -169,11 +169,18 @@ TEST(TXmlParser, ScansThePrologAndWhatFollowsTheRootElement) {
             {"<?xml?><!DOCTYPE a [<!ELEMENT a ANY>]><a/>",
              {"error 1: Unexpected character before element"}},
             {"<?xml?><%x%><A/>", {"error 1: Invalid XML '<%' characters encountered"}},
-            {"<?xml version='1.0'", {"error 1: Invalid element/attribute name"}},
+            {"<?xml version='1.0'", {"error 1: Unterminated XML declaration"}},
+            {"<?xml?><!DOCTYPE a", {"error 1: Unterminated document type declaration"}},
+            {"<?xml?><!-- c", {"error 1: Unterminated comment"}},
+            {"<?xml?><?p", {"error 1: Unterminated processing instruction"}},
             {"<?xml?>", {"error 1: Unexpected character before element"}},
             {"<A/> <!-- c --> <?p?>\n", {"start A", "end A", "pi TBD TBD"}},
-            {"<A/><B/>", {"start A", "end A"}},
-            {"<A/> stray text <B/>", {"start A", "end A"}},
+            {"<A/><B/>",
+             {"start A", "end A", "error 1: Unexpected content after the root element"}},
+            {"<A/> stray text <B/>",
+             {"start A", "end A", "error 1: Unexpected content after the root element"}},
+            {"<A/>\n</A>",
+             {"start A", "end A", "error 2: Unexpected content after the root element"}},
             {"<A/><%x%>", {"start A", "end A", "error 1: Invalid XML '<%' characters encountered"}},
         },
         kErrorsThrow);
@@ -207,6 +214,7 @@ TEST(TXmlParser, ScansStartTagsEndTagsAndAttributes) {
             {"<A x='say \"hi\"' y=\"it's\"/>", {"start A x='say \"hi\"' y='it's'", "end A"}},
             {"<A x='a\nb'/>", {"start A x='a\nb'", "end A"}},
             {"<A NAME='x' name='y'/>", {"error 1: Attribute appears twice"}},
+            {"<A NAME='x' name='x' nAmE=\"x\"/>", {"start A name='x'", "end A"}},
             {"<A x/>", {"error 1: Unexpected character between attribute name and value"}},
             {"<A x=1/>", {"error 1: Unexpected character after equals of attribute name"}},
             {"<A x='a<b'/>", {"error 1: Unexpected character(<) in attribute value"}},
@@ -269,8 +277,7 @@ TEST(TXmlParser, DeliversTextAndReferencesInOrder) {
             {"<A>&AMP;&Lt;&gT;&QUOT;&apos;</A>",
              {"start A", "text '&'", "text '<'", "text '>'", "text '\"'", "text '''", "end A"}},
             {"<A>&#65;&#x41;&#X6a;&#1000;</A>",
-             {"start A", "text 'A'", "text 'A'", "text 'j'", "text '\\xE8'", "end A"}},
-            {"<A>&#256;</A>", {"start A", "text '\\x00'", "end A"}},
+             {"start A", "text 'A'", "text 'A'", "text 'j'", "text '\\xCF\\xA8'", "end A"}},
             {"<A>&#x;</A>", {"start A", "error 1: Invalid hex character"}},
             {"<A>&#;</A>", {"start A", "error 1: Invalid hex character"}},
             {"<A>&#12a;</A>", {"start A", "error 1: Unknown entity reference"}},
@@ -280,12 +287,14 @@ TEST(TXmlParser, DeliversTextAndReferencesInOrder) {
             {"<A>&aPoS;&apox;</A>", {"start A", "text '''", "error 1: Unknown entity reference"}},
             {"<A>&</A>", {"start A", "error 1: Unknown entity reference"}},
             {"<A>&#12", {"start A", "error 1: End of input inside a character reference"}},
-            {"<A>x<![CDATA[y]]>z</A>", {"start A", "text 'x'"}},
-            {"<A><!DOCTYPE x></A>", {"start A"}},
+            {"<A>x<![CDATA[y]]>z</A>", {"start A", "text 'x'", "text 'y'", "text 'z'", "end A"}},
+            {"<A><![CDATA[]]><![CDATA[<&]]]></A>", {"start A", "text '<&]'", "end A"}},
+            {"<A><![CDATA[x", {"start A", "error 1: Unterminated CDATA section"}},
+            {"<A><!DOCTYPE x></A>", {"start A", "error 1: Unexpected markup in element content"}},
             {"<A><!-- c --><?p?>x</A>", {"start A", "pi TBD TBD", "text 'x'", "end A"}},
             {"<A><!-- c -- d -->x</A>", {"start A", "text 'x'", "end A"}},
-            {"<A><!-- unterminated </A>", {"start A"}},
-            {"<A><?unterminated </A>", {"start A"}},
+            {"<A><!-- unterminated </A>", {"start A", "error 1: Unterminated comment"}},
+            {"<A><?unterminated </A>", {"start A", "error 1: Unterminated processing instruction"}},
             {"<A>x<%y%></A>",
              {"start A", "text 'x'", "error 1: Invalid XML '<%' characters encountered"}},
             {"<A> <B/>\t</A>",
@@ -294,12 +303,97 @@ TEST(TXmlParser, DeliversTextAndReferencesInOrder) {
         kErrorsThrow);
 }
 
+TEST(TXmlParser, ReadsLineEndsAsLineFeedsAndCharacterReferencesAsUtf8) {
+    RunCases(
+        {
+            {"<A>a\r\nb\rc\r\n\r\n</A>",
+             {"start A", "text 'a'", "text '\\n'", "text 'b'", "text '\\n'", "text 'c'",
+              "text '\\n'", "text '\\n'", "end A"}},
+            {"<A x='a\r\nb\rc' y='\r'/>", {"start A x='a\nb\nc' y='\n'", "end A"}},
+            {"<A><![CDATA[a\r\nb]]></A>",
+             {"start A", "text 'a'", "text '\\n'", "text 'b'", "end A"}},
+            {"<A>&#13;&#xD;\r</A>", {"start A", "text '\\r'", "text '\\r'", "text '\\n'", "end A"}},
+            {"<A>caf&#233;&#x20AC;&#x1F600;&#x10FFFF;</A>",
+             {"start A", "text 'caf'", "text '\\xC3\\xA9'", "text '\\xE2\\x82\\xAC'",
+              "text '\\xF0\\x9F\\x98\\x80'", "text '\\xF4\\x8F\\xBF\\xBF'", "end A"}},
+            {"<A>&#0;</A>", {"start A", "error 1: Invalid character reference"}},
+            {"<A>&#xD800;</A>", {"start A", "error 1: Invalid character reference"}},
+            {"<A>&#xDFFF;</A>", {"start A", "error 1: Invalid character reference"}},
+            {"<A>&#x110000;</A>", {"start A", "error 1: Invalid character reference"}},
+            {"<A>&#99999999999999999999;</A>", {"start A", "error 1: Invalid character reference"}},
+        },
+        kErrorsThrow);
+}
+
+TEST(TXmlParser, ReadsUtf8AsciiAndLatin1AndRefusesOtherEncodings) {
+    RunCases(
+        {
+            {"<?xml version='1.0' encoding='UTF-8'?><A>\xC3\xA9</A>",
+             {"start A", "text '\\xC3\\xA9'", "end A"}},
+            {"\xEF\xBB\xBF<?xml version=\"1.0\" encoding = \"us-ascii\" ?><A/>",
+             {"start A", "end A"}},
+            {"<?xml version='1.0' encoding='ISO-8859-1'?><A x='\xE9'>caf\xE9</A>",
+             {"start A x='\xC3\xA9'", "text 'caf\\xC3\\xA9'", "end A"}},
+            {"<?xml version='1.0' encoding='Latin1'?><A>plain</A>",
+             {"start A", "text 'plain'", "end A"}},
+            {"<?xml version='1.0' encoding='Shift_JIS'?><A/>",
+             {"error 1: Unsupported encoding 'Shift_JIS'"}},
+            {"\xFF\xFE<", {"error 1: Unsupported encoding 'UTF-16LE'"}},
+            {"\xFE\xFF", {"error 1: Unsupported encoding 'UTF-16BE'"}},
+        },
+        kErrorsThrow);
+}
+
+// The first bytes of a wide document are zero in places: only its length shows them.
+TEST(TXmlParser, RefusesUtf16AndUtf32ByTheirFirstBytesWhenTheLengthIsKnown) {
+    const struct {
+        std::string m_bytes;
+        const char* m_encoding;
+    } cases[] = {
+        {std::string("\0<\0?\0x", 6), "UTF-16BE"},    {std::string("<\0?\0x\0", 6), "UTF-16LE"},
+        {std::string("\xFF\xFE<\0", 4), "UTF-16LE"},  {std::string("\0\0\xFE\xFF", 4), "UTF-32BE"},
+        {std::string("\xFF\xFE\0\0", 4), "UTF-32LE"}, {std::string("\0\0\0<", 4), "UTF-32BE"},
+        {std::string("<\0\0\0", 4), "UTF-32LE"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.m_encoding);
+        std::string buffer = c.m_bytes + '\0';
+        TRecorder recorder(kErrorsReturn, kWithoutLines);
+        recorder.Parse(&buffer[0], c.m_bytes.size());
+        EXPECT_EQ(Join({std::string("error 1: Unsupported encoding '") + c.m_encoding + "'"}),
+                  Join(recorder.m_events));
+    }
+}
+
+// A derived class may point the scan at buffers of its own between calls.
+TEST(TXmlParser, CountsLinesInWhicheverBufferADerivedClassPointsAt) {
+    class TLines : public TRecorder {
+    public:
+        TLines() : TRecorder(kErrorsThrow, kWithoutLines) {}
+        uint32_t LineAt(char* start, char* position) {
+            m_pStart = start;
+            m_pCur = position;
+            return GetCurLine();
+        }
+    };
+    std::string first = "a\nb\nc\nd";
+    std::string second = "x\ny";
+    TLines lines;
+    EXPECT_EQ(4u, lines.LineAt(&first[0], &first[6]));
+    EXPECT_EQ(2u, lines.LineAt(&second[0], &second[2]));
+    EXPECT_EQ(1u, lines.LineAt(&second[0], &second[0]));
+    EXPECT_EQ(3u, lines.LineAt(&first[2], &first[6]));
+    EXPECT_EQ(2u, lines.LineAt(&first[0], &first[2]));
+}
+
 TEST(TXmlParser, ReadsTheRejectionsThatStartElementWritesIntoTheAttributeMap) {
     RunCases(
         {
-            // A rejected root child is still scanned to its end; then the document ends quietly.
+            // A rejected root child is still scanned to its end; the rest of the root is then
+            // left over after it.
             {"<R><A reject='format'><B/></A><C/></R>",
-             {"start R", "start A reject='format'", "start B", "end B", "end A"}},
+             {"start R", "start A reject='format'", "start B", "end B", "end A",
+              "error 1: Unexpected content after the root element"}},
             // One level deeper, the next end tag belongs to the element that stopped.
             {"<R><P><A reject='format'/><B/></P></R>",
              {"start R", "start P", "start A reject='format'", "end A", "start B", "end B",
@@ -313,8 +407,8 @@ TEST(TXmlParser, ReadsTheRejectionsThatStartElementWritesIntoTheAttributeMap) {
             // Only a map that grew by exactly one entry counts as a rejection.
             {"<R><VALUE reject='both'>x</VALUE></R>",
              {"start R", "start VALUE reject='both'", "text 'x'", "end VALUE", "end R"}},
-            // A failing comment stops its element and the enclosing one, without a message.
-            {"<R><P><!x></P><B/></R>", {"start R", "start P"}},
+            {"<R><P><!x></P><B/></R>",
+             {"start R", "start P", "error 1: Unexpected markup in element content"}},
         },
         kErrorsThrow);
 }
@@ -359,7 +453,8 @@ TEST(TXmlParser, CountsLinesByLineFeedsAtTheDocumentedPositions) {
         {
             {"<A\n x='1'\n>\n</A>", {"3 start A x='1'", "4 text '\\n'", "4 end A"}},
             {"<A>\r\r<B\r/>\r</A>",
-             {"1 start A", "1 text '\\r\\r'", "1 start B", "1 end B", "1 text '\\r'", "1 end A"}},
+             {"1 start A", "1 text '\\n'", "1 text '\\n'", "1 start B", "1 end B", "1 text '\\n'",
+              "1 end A"}},
             // A line feed under an element name's terminator still counts.
             {"<A\n>x\n<B\n/>&amp;\n</A\n>",
              {"2 start A", "3 text 'x\\n'", "4 start B", "4 end B", "4 text '&'", "5 text '\\n'",

@@ -550,9 +550,9 @@ void WriteCimXml(ICIMNamespace& cimNamespace, std::ostream& out) {
     TWriter(cimNamespace, out).Document();
 }
 
-// Character references below 0x20 only: the loader reads a reference as a single byte, so a
-// larger one would not give back the UTF-8 it stands for. A carriage return is written as one
-// too, since XML readers turn a literal one into a line feed.
+// Character references below 0x20 only, where XML does not take the characters as they stand;
+// text is UTF-8 already. A carriage return is written as one too, since XML readers turn a
+// literal one into a line feed.
 std::string EscapeXml(const std::string& text) {
     std::string escaped;
     escaped.reserve(text.size());
