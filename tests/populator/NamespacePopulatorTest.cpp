@@ -43,10 +43,21 @@ TLoaded Load(ELoader loader, const std::string& path) {
     return {log.Text(), status};
 }
 
+// An ASCII text in UTF-16 or UTF-32, big-endian and without a byte order mark: each character
+// after its zero bytes.
+std::string Wide(const std::string& text, size_t width) {
+    std::string wide;
+    for (const char c : text) {
+        wide += std::string(width - 1, '\0') + c;
+    }
+    return wide;
+}
+
 std::string Failure(const std::string& path) {
     return "0 Previous error was while parsing file '" + path + "'\n";
 }
 
+// Also what the loaders refuse by its encoding, which only the length they read shows.
 TEST(TNamespacePopulator, ReadsPlainAndGzipFilesByWhetherThePathNamesGz) {
     TTempDir dir;
     const std::string plain = dir.Write("classes.xml", kDocument);
@@ -57,6 +68,11 @@ TEST(TNamespacePopulator, ReadsPlainAndGzipFilesByWhetherThePathNamesGz) {
     const std::string emptyPlain = dir.Write("empty.xml", "");
     const std::string broken = dir.WriteGzip("broken.xml.gz", "<CIM>\n<A x='1' x='2'/></CIM>");
     const std::string stub = dir.Write("stub.xml.gz", "\x1F\x8B");
+    const std::string latin1 = dir.WriteGzip(
+        "latin1.xml.gz", std::string("<?xml version='1.0' encoding='latin1'?>\n<CIM>\n"
+                                     "<PROBE x='\xE9'/>\n</CIM>\n"));
+    const std::string utf16 = dir.Write("utf16.xml", Wide(kDocument, 2));
+    const std::string utf32 = dir.WriteGzip("utf32.xml.gz", Wide(kDocument, 4));
     const struct {
         std::string m_path;
         TLoaded m_loaded;
@@ -72,6 +88,13 @@ TEST(TNamespacePopulator, ReadsPlainAndGzipFilesByWhetherThePathNamesGz) {
           kQRNStatusParseError}},
         {broken,
          {"3 CIM-XML Parser line 2:Attribute appears twice\n" + Failure(broken),
+          kQRNStatusParseError}},
+        {latin1, {kDocumentLog, 0}},
+        {utf16,
+         {"3 CIM-XML Parser line 1:Unsupported encoding 'UTF-16BE'\n" + Failure(utf16),
+          kQRNStatusParseError}},
+        {utf32,
+         {"3 CIM-XML Parser line 1:Unsupported encoding 'UTF-32BE'\n" + Failure(utf32),
           kQRNStatusParseError}},
     };
     for (ELoader loader : {kClassLoader, kInstanceLoader}) {
