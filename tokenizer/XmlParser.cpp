@@ -117,52 +117,67 @@ inline bool Is(char c, uint8_t bits) {
     return (kByteClasses.m_bits[static_cast<unsigned char>(c)] & bits) != 0;
 }
 
-// The first byte at or after p that is the zero or one of the four stops. Text and attribute
-// values are most of a document, so they are scanned sixteen bytes at a time where the
-// processor can. A load never leaves the page of the bytes it must read, so reading a little
-// past the zero is harmless, but the address sanitizer would take it for an overflow.
+// The bytes besides the zero that end a scan.
+template <size_t N>
+struct TStops {
+    char m_bytes[N];
+
+    bool Contain(char byte) const {
+        bool found = byte == 0;
+        for (size_t i = 0; i < N; ++i) {
+            found |= byte == m_bytes[i];
+        }
+        return found;
+    }
+};
+
+// The first byte at or after p that is the zero or one of the stops. Text and attribute values
+// are most of a document, so they are scanned sixteen bytes at a time where the processor can.
+// A load never leaves the page of the bytes it must read, so reading a little past the zero is
+// harmless, but the address sanitizer would take it for an overflow.
 #if defined(__SSE2__)
-__attribute__((no_sanitize("address"))) char* SkipUntilAny(char* p, char a, char b, char c,
-                                                           char d) {
-    const __m128i stopA = _mm_set1_epi8(a);
-    const __m128i stopB = _mm_set1_epi8(b);
-    const __m128i stopC = _mm_set1_epi8(c);
-    const __m128i stopD = _mm_set1_epi8(d);
+template <size_t N>
+__attribute__((no_sanitize("address"))) char* SkipUntilAny(char* p, const TStops<N>& stops) {
+    __m128i wanted[N];
+    for (size_t i = 0; i < N; ++i) {
+        wanted[i] = _mm_set1_epi8(stops.m_bytes[i]);
+    }
     const __m128i zero = _mm_setzero_si128();
-    const auto stops = [&](__m128i chunk) {
-        const __m128i ab = _mm_or_si128(_mm_cmpeq_epi8(chunk, stopA), _mm_cmpeq_epi8(chunk, stopB));
-        const __m128i cd = _mm_or_si128(_mm_cmpeq_epi8(chunk, stopC), _mm_cmpeq_epi8(chunk, stopD));
-        const __m128i abz = _mm_or_si128(ab, _mm_cmpeq_epi8(chunk, zero));
-        return _mm_movemask_epi8(_mm_or_si128(abz, cd));
+    const auto found = [&](__m128i chunk) {
+        __m128i hits = _mm_cmpeq_epi8(chunk, zero);
+        for (size_t i = 0; i < N; ++i) {
+            hits = _mm_or_si128(hits, _mm_cmpeq_epi8(chunk, wanted[i]));
+        }
+        return _mm_movemask_epi8(hits);
     };
     const uintptr_t kPage = 4096;
     const uintptr_t kChunk = 16;
     uintptr_t at = reinterpret_cast<uintptr_t>(p);
     if (at % kPage <= kPage - kChunk) {
         // Most runs are short: one unaligned load inside p's page settles them.
-        const int found = stops(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
-        if (found != 0) {
-            return p + __builtin_ctz(unsigned(found));
+        const int hits = found(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p)));
+        if (hits != 0) {
+            return p + __builtin_ctz(unsigned(hits));
         }
         at = (at + kChunk) & ~(kChunk - 1);
     } else {
         for (; at % kChunk != 0; ++at) {
-            const char byte = *reinterpret_cast<const char*>(at);
-            if (byte == a || byte == b || byte == c || byte == d || byte == 0) {
+            if (stops.Contain(*reinterpret_cast<const char*>(at))) {
                 return reinterpret_cast<char*>(at);
             }
         }
     }
     for (;; at += kChunk) {
-        const int found = stops(_mm_load_si128(reinterpret_cast<const __m128i*>(at)));
-        if (found != 0) {
-            return reinterpret_cast<char*>(at) + __builtin_ctz(unsigned(found));
+        const int hits = found(_mm_load_si128(reinterpret_cast<const __m128i*>(at)));
+        if (hits != 0) {
+            return reinterpret_cast<char*>(at) + __builtin_ctz(unsigned(hits));
         }
     }
 }
 #else
-char* SkipUntilAny(char* p, char a, char b, char c, char d) {
-    while (*p != a && *p != b && *p != c && *p != d && *p != 0) {
+template <size_t N>
+char* SkipUntilAny(char* p, const TStops<N>& stops) {
+    while (!stops.Contain(*p)) {
         ++p;
     }
     return p;
@@ -829,25 +844,28 @@ TAttributeMap TXmlParser::GetAttributeNValue() {
         }
         // Attribute names stay lowered in the buffer too.
         LowerAscii(name, size_t(nameEnd - name));
-        AddAttribute(attributes, name, nameEnd, value, m_pCur - 1, carriageReturn);
+        const bool added = attributes.Insert(name, nameEnd, value, m_pCur - 1);
+        if (!added || carriageReturn) {
+            SettleAttribute(attributes, std::string(name, nameEnd), value, m_pCur - 1, added);
+        }
         if (!SkipWhitespace()) {
             return attributes;
         }
     }
 }
 
-// Servers write some attributes twice, in two spellings, with one value: that is one attribute.
-void TXmlParser::AddAttribute(TAttributeMap& attributes, const char* name, const char* nameEnd,
-                              const char* value, const char* valueEnd, bool carriageReturn) {
-    if (attributes.Insert(name, nameEnd, value, valueEnd)) {
-        if (carriageReturn) {
-            NormalizeLineEnds(attributes.find(std::string(name, nameEnd))->second);
-        }
+// An attribute just added gets its line ends as line feeds. One that was there already is
+// refused unless it has the same value: servers write some attributes twice, in two spellings.
+void TXmlParser::SettleAttribute(TAttributeMap& attributes, const std::string& name,
+                                 const char* value, const char* valueEnd, bool added) {
+    std::string& present = attributes.find(name)->second;
+    if (added) {
+        NormalizeLineEnds(present);
         return;
     }
     std::string repeated(value, valueEnd);
     NormalizeLineEnds(repeated);
-    if (attributes.find(std::string(name, nameEnd))->second != repeated) {
+    if (present != repeated) {
         Fail(kAttributeTwice);
     }
 }
@@ -865,7 +883,7 @@ void TXmlParser::RecycleAttributes(TAttributeMap& attributes) {
 // Moves past the closing quote; false, after the report, for a value that cannot be accepted.
 bool TXmlParser::ScanAttributeValue(char quote, bool* carriageReturn) {
     for (;;) {
-        char* p = SkipUntilAny(m_pCur, quote, '<', '&', '\r');
+        char* p = SkipUntilAny(m_pCur, TStops<4>{{quote, '<', '&', '\r'}});
         const char c = *p;
         m_pCur = c == 0 ? p : p + 1;
         if (c == quote) {
@@ -918,7 +936,7 @@ bool TXmlParser::ParseCharData() {
     bool delivered = false;
     for (;;) {
         char* run = m_pCur;
-        m_pCur = SkipUntilAny(run, '<', '&', '\r', '\r');
+        m_pCur = SkipUntilAny(run, TStops<3>{{'<', '&', '\r'}});
         if (m_pCur != run) {
             TTerminator terminator(m_pCur);
             characters(run, uint32_t(m_pCur - run));

@@ -70,8 +70,8 @@ private:
     struct TOpenElement;
 
     // Every error the scan finds goes through here, so that the end of the document knows
-    // whether one was reported.
-    void Fail(const char* message);
+    // whether one was reported. Kept out of line, off the scanning paths.
+    [[gnu::cold, gnu::noinline]] void Fail(const char* message);
     // Points the scan at the document, past a byte order mark, or at its UTF-8 form; false,
     // after the report, for an encoding the scan cannot read.
     bool Decode(char* buffer, size_t visible);
@@ -91,8 +91,8 @@ private:
     bool SkipPast(const char* terminator);
     uint32_t CountLineFeeds(const char* from, const char* to) const;
     void RecycleAttributes(TAttributeMap& attributes);
-    void AddAttribute(TAttributeMap& attributes, const char* name, const char* nameEnd,
-                      const char* value, const char* valueEnd, bool carriageReturn);
+    void SettleAttribute(TAttributeMap& attributes, const std::string& name, const char* value,
+                         const char* valueEnd, bool added);
 
     // The attribute map of the last start tag that had attributes, cleared, so that the next
     // tag's attributes fill its strings instead of allocating their own. A copy of the parser
