@@ -17,8 +17,11 @@ namespace NQRN20 {
 
 namespace {
 
-const char kGzipMarker[] = ".gz";
+// A gzip member starts with the magic and the number of its only compression method, deflate.
 const unsigned char kGzipMagic[2] = {0x1F, 0x8B};
+const unsigned char kDeflate = 8;
+
+enum EContent { kPlainContent, kGzipContent, kNotGzipContent };
 
 struct TFileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -73,18 +76,24 @@ TDocumentBuffer ReadPlain(const std::string& path, uint64_t size) {
     return {buffer, read};
 }
 
-// Checks the gzip magic and gives the uncompressed length that the trailer records (modulo 2^32).
+// What a file's first bytes say it holds, whatever it is called. A file too short to tell is
+// plain; one that has the magic but another method is no gzip the reader knows.
+EContent ContentOf(const std::string& path) {
+    std::ifstream stream(path, std::ios::binary);
+    unsigned char head[3] = {};
+    stream.read(reinterpret_cast<char*>(head), sizeof head);
+    const std::streamsize read = stream.gcount();
+    if (read < 2 || head[0] != kGzipMagic[0] || head[1] != kGzipMagic[1]) {
+        return kPlainContent;
+    }
+    return read < 3 || head[2] == kDeflate ? kGzipContent : kNotGzipContent;
+}
+
+// The uncompressed length that the trailer records (modulo 2^32).
 uint32_t ReadGzipLength(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
     if (!stream) {
         Fail(kQRNStatusFileError);
-    }
-    unsigned char magic[2];
-    if (!stream.read(reinterpret_cast<char*>(magic), sizeof magic)) {
-        Fail(kQRNStatusFileError);
-    }
-    if (magic[0] != kGzipMagic[0] || magic[1] != kGzipMagic[1]) {
-        Fail(kQRNStatusNotGzip);
     }
     unsigned char trailer[4];
     if (!stream.seekg(-4, std::ios::end) ||
@@ -118,10 +127,14 @@ uint32_t DocumentReadLength(uint64_t size) {
 }
 
 TDocumentBuffer ReadDocument(const std::string& path, uint64_t size) {
-    if (path.find(kGzipMarker) == std::string::npos) {
+    switch (ContentOf(path)) {
+    case kGzipContent:
+        return ReadGzip(path);
+    case kNotGzipContent:
+        Fail(kQRNStatusNotGzip);
+    default:
         return ReadPlain(path, size);
     }
-    return ReadGzip(path);
 }
 
 } // namespace NQRN20

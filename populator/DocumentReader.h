@@ -21,10 +21,10 @@ struct TDocumentBuffer {
     size_t m_length;
 };
 
-// Reads the document at the path into a new buffer with a zero byte after the data. A path with
-// ".gz" anywhere is inflated, its length taken from the gzip trailer; otherwise the size given
-// is the file's. Throws TQRNException: 4 no memory, 11 file error, 29 not gzip, 30 nothing
-// inflated.
+// Reads the document at the path into a new buffer with a zero byte after the data. A file that
+// starts as gzip does is inflated, whatever its name, its length taken from the gzip trailer;
+// otherwise the size given is the file's. Throws TQRNException: 4 no memory, 11 file error,
+// 29 gzip magic without deflate, 30 nothing inflated.
 TDocumentBuffer ReadDocument(const std::string& path, uint64_t size);
 
 } // namespace NQRN20

@@ -10,7 +10,7 @@
 
 namespace NQRN20 {
 
-// Each call reads the whole file (gzip when the path contains ".gz" anywhere), parses it into
+// Each call reads the whole file (gzip when its first bytes say so), parses it into
 // the namespace and returns what the document defined, in document order. Errors in the
 // document are logged with their line; a syntax error or a file error reaches the caller as
 // TQRNException, after a log line naming the file when the parse failed.

@@ -70,8 +70,10 @@ TEST(TNamespacePopulator, EndsDamagedGzipFilesInADocumentedStatus) {
         {"truncated.xml.gz", packed.substr(0, packed.size() / 2), kQRNStatusParseError},
         // The last member's trailer sizes the read, which runs on across the members.
         {"two-members.xml.gz", Gzip(kDocument) + Gzip(std::string(200, ' ')), 0},
-        {"plain.xml.gz", kDocument, kQRNStatusNotGzip},
-        {"empty.xml.gz", "", kQRNStatusFileError},
+        // The first bytes decide, not the name: a plain file is a plain document.
+        {"plain.xml.gz", kDocument, 0},
+        {"empty.xml.gz", "", kQRNStatusParseError},
+        {"stored.xml.gz", std::string("\x1F\x8B\x01\x00", 4), kQRNStatusNotGzip},
         {"two-bytes.xml.gz", "\x1F\x8B", kQRNStatusFileError},
         {"three-bytes.xml.gz", "\x1F\x8B\x08", kQRNStatusFileError},
         {"empty-member.xml.gz", Gzip(""), kQRNStatusGzipRead},

@@ -58,11 +58,12 @@ std::string Failure(const std::string& path) {
 }
 
 // Also what the loaders refuse by its encoding, which only the length they read shows.
-TEST(TNamespacePopulator, ReadsPlainAndGzipFilesByWhetherThePathNamesGz) {
+TEST(TNamespacePopulator, ReadsPlainAndGzipFilesByTheirFirstBytes) {
     TTempDir dir;
     const std::string plain = dir.Write("classes.xml", kDocument);
     const std::string gzip = dir.WriteGzip("classes.xml.gz", kDocument);
     const std::string gzipInside = dir.WriteGzip("classes.gz.xml", kDocument);
+    const std::string gzipUpper = dir.WriteGzip("classes.xml.GZ", kDocument);
     const std::string plainAsGzip = dir.Write("plain.gz.xml", kDocument);
     const std::string emptyGzip = dir.WriteGzip("empty.xml.gz", "");
     const std::string emptyPlain = dir.Write("empty.xml", "");
@@ -80,7 +81,8 @@ TEST(TNamespacePopulator, ReadsPlainAndGzipFilesByWhetherThePathNamesGz) {
         {plain, {kDocumentLog, 0}},
         {gzip, {kDocumentLog, 0}},
         {gzipInside, {kDocumentLog, 0}},
-        {plainAsGzip, {"", kQRNStatusNotGzip}},
+        {gzipUpper, {kDocumentLog, 0}},
+        {plainAsGzip, {kDocumentLog, 0}},
         {emptyGzip, {"", kQRNStatusGzipRead}},
         {stub, {"", kQRNStatusFileError}},
         {emptyPlain,
