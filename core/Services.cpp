@@ -26,6 +26,7 @@ public:
 
 TStderrLogger g_stderrLogger;
 std::atomic<ILogger*> g_coreLogger{nullptr};
+thread_local ILogger* t_threadLogger = nullptr;
 std::atomic<bool> g_qrnParser{false};
 
 } // namespace
@@ -33,12 +34,21 @@ std::atomic<bool> g_qrnParser{false};
 ILogger::~ILogger() = default;
 
 ILogger* TRootObject::GetCoreLogger() {
+    if (t_threadLogger != nullptr) {
+        return t_threadLogger;
+    }
     ILogger* log = g_coreLogger.load(std::memory_order_acquire);
     return log ? log : &g_stderrLogger;
 }
 
 void TRootObject::SetCoreLogger(ILogger* log) {
     g_coreLogger.store(log, std::memory_order_release);
+}
+
+ILogger* TRootObject::SetThreadLogger(ILogger* log) {
+    ILogger* const replaced = t_threadLogger;
+    t_threadLogger = log;
+    return replaced;
 }
 
 uint64_t TOSSpecific::GetFileSize(std::string path) {

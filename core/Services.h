@@ -18,6 +18,10 @@ public:
     static ILogger* GetCoreLogger();
     // The caller keeps the logger alive while it is installed; nullptr restores the default.
     static void SetCoreLogger(ILogger* log);
+    // Installs a logger that GetCoreLogger gives on the calling thread only, ahead of the
+    // process-wide one, so that a load can hear its own lines while other threads log on;
+    // nullptr removes it. Returns the one it replaces.
+    static ILogger* SetThreadLogger(ILogger* log);
 };
 
 class TOSSpecific {
