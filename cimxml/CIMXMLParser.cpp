@@ -17,6 +17,8 @@ const char kStateCorrupt[] = "Parser state corrupt";
 const char kOutsideDocument[] = "Unexpected element outside the document: ";
 const char kOutsideIgnored[] = "; it and what follows are ignored";
 const char kLinePrefix[] = "CIM-XML Parser line ";
+// What the lookup failures start with.
+const char kSourcePrefix[] = "TCIMXMLParser: ";
 const uint32_t kErrorLogLevel = 3;
 
 // Pseudo-attributes that tell the tokenizer a start tag was rejected (status 36) or that its
@@ -193,6 +195,30 @@ void TCIMXMLParser::FatalError(const std::string& message) {
 void TCIMXMLParser::LogError(const std::string& message) {
     TRootObject::GetCoreLogger()->Log(kErrorLogLevel,
                                       kLinePrefix + std::to_string(GetCurLine()) + ":" + message);
+}
+
+// The only element a line names is the one being dispatched, lowered: the document's spelling
+// of it is still in the buffer, the same length.
+std::string TCIMXMLParser::DescribeLogLine(const std::string& text) const {
+    std::string message = text;
+    if (message.compare(0, std::strlen(kLinePrefix), kLinePrefix) == 0) {
+        const size_t colon = message.find(':', std::strlen(kLinePrefix));
+        message.erase(0, colon == std::string::npos ? 0 : colon + 1);
+    } else if (message.compare(0, std::strlen(kSourcePrefix), kSourcePrefix) == 0) {
+        message.erase(0, std::strlen(kSourcePrefix));
+    }
+    if (m_elementNameFrom == nullptr) {
+        return message;
+    }
+    for (const char* prefix : {kOutsideDocument, kUnexpectedElement}) {
+        const size_t at = std::strlen(prefix);
+        if (message.compare(0, at, prefix) == 0 &&
+            message.compare(at, m_elementName.size(), m_elementName) == 0) {
+            return message.replace(at, m_elementName.size(), m_elementNameFrom,
+                                   m_elementName.size());
+        }
+    }
+    return message;
 }
 
 void TCIMXMLParser::PushState(TParseState* state, TAttributeMap& attributes) {

@@ -120,9 +120,21 @@ public:
     TCIMXMLParser& operator=(const TCIMXMLParser& other);
     ~TCIMXMLParser() override;
 
+    // What the document defined: the objects it committed to the namespace, collected or not,
+    // and the names of those the namespace held already, which were left as they were.
+    struct TTally {
+        size_t m_qualifierDecls = 0;
+        size_t m_classes = 0;
+        size_t m_instances = 0;
+        std::vector<std::string> m_duplicateQualifierDecls;
+        std::vector<std::string> m_duplicateClasses;
+        std::vector<std::string> m_duplicateInstances;
+    };
+
     void SetQX518Mode();
     std::vector<boost::shared_ptr<ICIMClass>> GetClassesCollected() const;
     std::vector<boost::shared_ptr<ICIMInstance>> GetInstancesCollected() const;
+    const TTally& GetTally() const { return m_tally; }
 
     void StartElement(const char* name, TAttributeMap& attributes) override;
     void EndElement(const char* name) override;
@@ -172,6 +184,11 @@ public:
     [[noreturn]] void RejectElement(const std::string& name);
     [[noreturn]] void ReportStateCorrupt();
 
+protected:
+    // A line this parser logged while Parse runs, as a reader wants it: without the prefix that
+    // says where it came from, and with the element it names spelled as the document does.
+    std::string DescribeLogLine(const std::string& text) const;
+
 private:
     void ReportOutsideDocument(const std::string& name);
     void PushState(TParseState* state);
@@ -185,6 +202,7 @@ private:
     boost::weak_ptr<ICIMNamespace> m_namespace;
     std::vector<boost::shared_ptr<ICIMClass>> m_classesCollected;
     std::vector<boost::shared_ptr<ICIMInstance>> m_instancesCollected;
+    TTally m_tally;
     // Character data is collected only between BeginText and EndText: elsewhere it is the
     // indentation between elements, which nothing reads.
     std::string m_text;

@@ -22,13 +22,6 @@ std::string NoKeyProperties(const std::string& className) {
     return "Class " + className + " doesn't have any key properties";
 }
 
-// A key property's KEY qualifier is present and true. Throws when the qualifier is missing.
-bool IsKeyProperty(const boost::shared_ptr<ICIMPropertyDecl>& declaration) {
-    const TCIMValue& key =
-        declaration->GetQualifier(kKeyQualifier, TCIMOptions())->GetValue(TCIMOptions());
-    return !key.IsNull() && static_cast<bool>(key);
-}
-
 } // namespace
 
 // INSTANCEPATH: NAMESPACEPATH, INSTANCENAME
@@ -116,12 +109,7 @@ void TCIMXMLParser::TStateInstanceName::AddUnnamedKey(TCIMXMLParser& parser) {
     std::vector<boost::shared_ptr<ICIMPropertyDecl>> declarations;
     m_class->EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(declarations), TCIMOptions());
     for (const boost::shared_ptr<ICIMPropertyDecl>& declaration : declarations) {
-        bool isKey = false;
-        try {
-            isKey = IsKeyProperty(declaration);
-        } catch (const TQRNException&) {
-        }
-        if (isKey) {
+        if (IsKeyProperty(*declaration)) {
             m_reference->AddKeyValue(
                 declaration->GetName(TCIMOptions()),
                 parser.ParseValue(declaration->GetType(TCIMOptions()), m_keyValueText));
@@ -175,17 +163,11 @@ void TCIMXMLParser::TStateKeyBinding::AddConvertedKey(TCIMXMLParser& parser) {
         }
         throw;
     }
-    try {
-        if (IsKeyProperty(declaration)) {
-            m_reference->AddKeyValue(
-                std::move(m_keyName),
-                parser.ParseValue(declaration->GetType(TCIMOptions()), m_keyValueText));
-            return;
-        }
-    } catch (const TQRNException& error) {
-        if (error.GetStatus() != kQRNStatusNotFound) {
-            throw;
-        }
+    if (IsKeyProperty(*declaration)) {
+        m_reference->AddKeyValue(
+            std::move(m_keyName),
+            parser.ParseValue(declaration->GetType(TCIMOptions()), m_keyValueText));
+        return;
     }
     parser.FatalError(NoKeyProperties(m_class->GetName(TCIMOptions())));
 }

@@ -178,8 +178,12 @@ void TCIMXMLParser::TStateQualifierDeclaration::EndElement(TCIMXMLParser& parser
     if (!m_valueSeen) {
         m_value = TCIMValue(m_type, m_arraySize);
     }
-    CommitAllowingDuplicate(RequireNamespace(parser)->CreateQualifierDecl(m_name, m_value, m_scope,
-                                                                          m_flavor, TCIMOptions()));
+    if (CommitAllowingDuplicate(RequireNamespace(parser)->CreateQualifierDecl(
+            m_name, m_value, m_scope, m_flavor, TCIMOptions()))) {
+        ++parser.m_tally.m_qualifierDecls;
+    } else {
+        parser.m_tally.m_duplicateQualifierDecls.push_back(m_name);
+    }
     parser.PopState();
 }
 

@@ -20,6 +20,17 @@ constexpr uint32_t kLookupLogLevel = 3;
 // The qualifier that makes a property part of an instance's name.
 constexpr char kKeyQualifier[] = "KEY";
 
+// A key property's KEY qualifier, its own or inherited, is present and true.
+inline bool IsKeyProperty(ICIMPropertyDecl& declaration) {
+    try {
+        const TCIMValue& key =
+            declaration.GetQualifier(kKeyQualifier, TCIMOptions())->GetValue(TCIMOptions());
+        return !key.IsNull() && static_cast<bool>(key);
+    } catch (const TQRNException&) {
+        return false;
+    }
+}
+
 // Every two-part path has the same content model: its first part, then its second, then
 // nothing. Returns which part the child is (0 or 1), having advanced the phase past it; any
 // other child is rejected and leaves the phase as it was.
@@ -51,15 +62,18 @@ GetClassOrLog(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const std::s
 
 // Commits a class, declaration or qualifier declaration. A second definition of the same name
 // (status 16) leaves the first in place and is not an error: schemas are often loaded twice.
+// Returns false for such a duplicate.
 template <class TObject>
-void CommitAllowingDuplicate(const boost::shared_ptr<TObject>& object) {
+bool CommitAllowingDuplicate(const boost::shared_ptr<TObject>& object) {
     try {
         object->Commit(TCIMOptions());
     } catch (const TQRNException& error) {
         if (error.GetStatus() != kQRNStatusAlreadyExists) {
             throw;
         }
+        return false;
     }
+    return true;
 }
 
 } // namespace NCimXml

@@ -17,6 +17,24 @@ namespace {
 const char kObjectNotCreated[] =
     "CIM element holds no object: its class or instance was not created";
 
+// The path that names an instance: its class and its key values.
+std::string InstanceName(ICIMInstance& instance) {
+    const boost::shared_ptr<ICIMClass> cimClass = instance.GetClass(TCIMOptions());
+    std::vector<boost::shared_ptr<ICIMPropertyDecl>> declarations;
+    cimClass->EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(declarations),
+                                TCIMOptions());
+    TCIMReference name;
+    name.SetClassName(cimClass->GetName(TCIMOptions()));
+    for (const boost::shared_ptr<ICIMPropertyDecl>& declaration : declarations) {
+        if (IsKeyProperty(*declaration)) {
+            const std::string& key = declaration->GetName(TCIMOptions());
+            name.AddKeyValue(key,
+                             instance.GetProperty(key, TCIMOptions())->GetValue(TCIMOptions()));
+        }
+    }
+    return name.ToString();
+}
+
 } // namespace
 
 bool TCIMXMLParser::TWrappedObject::IsObject(const std::string& name) {
@@ -52,20 +70,25 @@ void TCIMXMLParser::TWrappedObject::Commit(TCIMXMLParser& parser, ECollect colle
         parser.FatalError(kObjectNotCreated);
     }
     if (m_isClass) {
-        try {
-            m_class->Commit(TCIMOptions());
-        } catch (const TQRNException& error) {
-            if (error.GetStatus() == kQRNStatusAlreadyExists) {
-                return;
-            }
-            throw;
+        if (!CommitAllowingDuplicate(m_class)) {
+            parser.m_tally.m_duplicateClasses.push_back(m_class->GetName(TCIMOptions()));
+            return;
         }
+        ++parser.m_tally.m_classes;
         if (collect == kCommitAndCollect) {
             parser.m_classesCollected.push_back(m_class);
         }
         return;
     }
-    m_instance->Commit(TCIMOptions());
+    try {
+        m_instance->Commit(TCIMOptions());
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() == kQRNStatusAlreadyExists) {
+            parser.m_tally.m_duplicateInstances.push_back(InstanceName(*m_instance));
+        }
+        throw;
+    }
+    ++parser.m_tally.m_instances;
     if (collect == kCommitAndCollect) {
         parser.m_instancesCollected.push_back(m_instance);
     }
