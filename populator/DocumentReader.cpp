@@ -7,11 +7,16 @@
 #include <sys/mman.h>
 #include <zlib.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <new>
+#include <vector>
 
 namespace NQRN20 {
 
@@ -30,9 +35,23 @@ struct TGzipCloser {
     void operator()(gzFile file) const { gzclose(file); }
 };
 
-[[noreturn]] void Fail(uint32_t status) {
-    throw TQRNException(status);
+const char kNoMemory[] = "not enough memory for the document";
+const char kNotDeflate[] = "gzip data compressed by a method other than deflate";
+const char kNothingInflated[] = "no data could be inflated";
+const size_t kStreamChunk = size_t(1) << 16;
+
+[[noreturn]] void Fail(uint32_t status, const std::string& reason) {
+    throw TDocumentReadError(status, reason);
 }
+
+// The system's words for the last failed call.
+[[noreturn]] void FailWithErrno(uint32_t status) {
+    Fail(status, std::strerror(errno != 0 ? errno : EIO));
+}
+
+struct TInflateEnd {
+    void operator()(z_stream* stream) const { inflateEnd(stream); }
+};
 
 // A fresh process pays for every new page of the buffer when the read first touches it; where
 // the system grants huge pages on request, asking for them turns each 512 of those page faults
@@ -55,7 +74,7 @@ void AdviseHugePages(char* block, size_t size) {
 boost::shared_array<char> Allocate(uint32_t length) {
     char* block = new (std::nothrow) char[size_t(length) + 1];
     if (block == nullptr) {
-        Fail(kQRNStatusNoMemory);
+        Fail(kQRNStatusNoMemory, kNoMemory);
     }
     AdviseHugePages(block, size_t(length) + 1);
     return boost::shared_array<char>(block);
@@ -66,14 +85,14 @@ TDocumentBuffer ReadPlain(const std::string& path, uint64_t size) {
     boost::shared_array<char> buffer = Allocate(length);
     const std::unique_ptr<std::FILE, TFileCloser> file(std::fopen(path.c_str(), "r"));
     if (!file) {
-        Fail(kQRNStatusFileError);
+        FailWithErrno(kQRNStatusFileError);
     }
     const size_t read = std::fread(buffer.get(), 1, length, file.get());
     if (std::ferror(file.get())) {
-        Fail(kQRNStatusFileError);
+        FailWithErrno(kQRNStatusFileError);
     }
     buffer[read] = 0;
-    return {buffer, read};
+    return {buffer, read, length < size};
 }
 
 // What a file's first bytes say it holds, whatever it is called. A file too short to tell is
@@ -93,30 +112,92 @@ EContent ContentOf(const std::string& path) {
 uint32_t ReadGzipLength(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
     if (!stream) {
-        Fail(kQRNStatusFileError);
+        FailWithErrno(kQRNStatusFileError);
     }
     unsigned char trailer[4];
     if (!stream.seekg(-4, std::ios::end) ||
         !stream.read(reinterpret_cast<char*>(trailer), sizeof trailer)) {
-        Fail(kQRNStatusFileError);
+        Fail(kQRNStatusFileError, "the gzip data ends before its trailer");
     }
     return uint32_t(trailer[0]) | uint32_t(trailer[1]) << 8 | uint32_t(trailer[2]) << 16 |
            uint32_t(trailer[3]) << 24;
 }
 
 TDocumentBuffer ReadGzip(const std::string& path) {
-    const uint32_t length = DocumentReadLength(ReadGzipLength(path));
+    const uint32_t whole = ReadGzipLength(path);
+    const uint32_t length = DocumentReadLength(whole);
     boost::shared_array<char> buffer = Allocate(length);
     const std::unique_ptr<gzFile_s, TGzipCloser> file(gzopen(path.c_str(), "rb"));
     if (!file) {
-        Fail(kQRNStatusFileError);
+        FailWithErrno(kQRNStatusFileError);
     }
     const int read = gzread(file.get(), buffer.get(), length);
     if (read < 1) {
-        Fail(kQRNStatusGzipRead);
+        int code = Z_OK;
+        const char* message = gzerror(file.get(), &code);
+        Fail(kQRNStatusGzipRead, code != Z_OK && *message != 0 ? message : kNothingInflated);
     }
     buffer[read] = 0;
-    return {buffer, size_t(read)};
+    return {buffer, size_t(read), length < whole};
+}
+
+// A whole stream, up to one byte past the largest document read whole.
+std::vector<char> ReadStream(const std::string& path) {
+    const std::unique_ptr<std::FILE, TFileCloser> file(std::fopen(path.c_str(), "rb"));
+    if (!file) {
+        FailWithErrno(kQRNStatusFileError);
+    }
+    const size_t limit = size_t(TCIMXMLParser::kMaxSpecificationDocumentSize) + 1;
+    std::vector<char> bytes;
+    while (bytes.size() < limit && !std::feof(file.get())) {
+        const size_t used = bytes.size();
+        bytes.resize(std::min(limit, used + kStreamChunk));
+        bytes.resize(used + std::fread(&bytes[used], 1, bytes.size() - used, file.get()));
+        if (std::ferror(file.get())) {
+            FailWithErrno(kQRNStatusFileError);
+        }
+    }
+    return bytes;
+}
+
+// Inflates every gzip member of the bytes, up to one byte past the largest document read whole.
+// Data cut short gives what came before the cut, as gzread does for a file.
+std::vector<char> Inflate(std::vector<char>& packed) {
+    z_stream stream{};
+    if (inflateInit2(&stream, 16 + MAX_WBITS) != Z_OK) {
+        Fail(kQRNStatusNoMemory, kNoMemory);
+    }
+    const std::unique_ptr<z_stream, TInflateEnd> end(&stream);
+    stream.next_in = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_in = uInt(packed.size());
+    const size_t limit = size_t(TCIMXMLParser::kMaxSpecificationDocumentSize) + 1;
+    std::vector<char> bytes;
+    while (bytes.size() < limit) {
+        const size_t used = bytes.size();
+        bytes.resize(std::min(limit, std::max(2 * used, kStreamChunk)));
+        stream.next_out = reinterpret_cast<Bytef*>(&bytes[used]);
+        stream.avail_out = uInt(bytes.size() - used);
+        const int result = inflate(&stream, Z_NO_FLUSH);
+        bytes.resize(bytes.size() - stream.avail_out);
+        if (result == Z_STREAM_END && stream.avail_in > 0) {
+            inflateReset(&stream);
+        } else if (result != Z_OK) {
+            break;
+        }
+    }
+    if (bytes.empty()) {
+        Fail(kQRNStatusGzipRead, stream.msg != nullptr ? stream.msg : kNothingInflated);
+    }
+    return bytes;
+}
+
+// The bytes of a stream as a document buffer, cut as a file of that size would be.
+TDocumentBuffer ToDocument(const std::vector<char>& bytes) {
+    const uint32_t length = DocumentReadLength(bytes.size());
+    boost::shared_array<char> buffer = Allocate(length);
+    std::copy(bytes.begin(), bytes.begin() + length, buffer.get());
+    buffer[length] = 0;
+    return {buffer, length, length < bytes.size()};
 }
 
 } // namespace
@@ -131,10 +212,38 @@ TDocumentBuffer ReadDocument(const std::string& path, uint64_t size) {
     case kGzipContent:
         return ReadGzip(path);
     case kNotGzipContent:
-        Fail(kQRNStatusNotGzip);
+        Fail(kQRNStatusNotGzip, kNotDeflate);
     default:
         return ReadPlain(path, size);
     }
+}
+
+TDocumentBuffer ReadAnyDocument(const std::string& path, uint64_t& fileBytes) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (error) {
+        Fail(kQRNStatusFileError, error.message());
+    }
+    if (std::filesystem::is_directory(status)) {
+        Fail(kQRNStatusFileError, std::strerror(EISDIR));
+    }
+    if (std::filesystem::is_regular_file(status)) {
+        fileBytes = std::filesystem::file_size(path, error);
+        if (error) {
+            Fail(kQRNStatusFileError, error.message());
+        }
+        return ReadDocument(path, fileBytes);
+    }
+    std::vector<char> bytes = ReadStream(path);
+    fileBytes = bytes.size();
+    const unsigned char* head = reinterpret_cast<const unsigned char*>(bytes.data());
+    if (bytes.size() < 2 || head[0] != kGzipMagic[0] || head[1] != kGzipMagic[1]) {
+        return ToDocument(bytes);
+    }
+    if (bytes.size() > 2 && head[2] != kDeflate) {
+        Fail(kQRNStatusNotGzip, kNotDeflate);
+    }
+    return ToDocument(Inflate(bytes));
 }
 
 } // namespace NQRN20

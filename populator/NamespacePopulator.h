@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/Core.h"
+#include "populator/LoadReport.h"
 
 #include <boost/shared_ptr.hpp>
 
@@ -24,6 +25,16 @@ public:
     // result quietly.
     static std::vector<boost::shared_ptr<ICIMInstance>>
     PopulateFromRegXMLFile(boost::shared_ptr<ICIMNamespace> ns, std::string path);
+
+    // The same two loads, each also filling the report, which starts afresh: the sizes, the
+    // time, what the document defined, every line logged on this thread meanwhile (passed on
+    // to the logger as well) and, for a load that failed, why. They also read files whose size
+    // cannot be had in advance, such as pipes, and so report a missing file as any other.
+    static std::vector<boost::shared_ptr<ICIMClass>>
+    PopulateFromXMLFile(boost::shared_ptr<ICIMNamespace> ns, std::string path, TLoadReport& report);
+    static std::vector<boost::shared_ptr<ICIMInstance>>
+    PopulateFromRegXMLFile(boost::shared_ptr<ICIMNamespace> ns, std::string path,
+                           TLoadReport& report);
 };
 
 } // namespace NQRN20

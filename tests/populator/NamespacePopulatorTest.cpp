@@ -10,8 +10,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <string>
+#include <thread>
 
 namespace NQRN20 {
 namespace {
@@ -20,26 +23,40 @@ namespace {
 const char kDocument[] = "<?xml version='1.0'?>\n<CIM>\n<PROBE/>\n</CIM>\n";
 const char kDocumentLog[] = "3 CIM-XML Parser line 3:Unexpected element probe\n";
 
-enum ELoader { kClassLoader, kInstanceLoader };
+// The two loaders, each also with a report, which must change nothing else.
+enum ELoader { kClassLoader, kInstanceLoader, kReportingClassLoader, kReportingInstanceLoader };
+const ELoader kLoaders[] = {kClassLoader, kInstanceLoader, kReportingClassLoader,
+                            kReportingInstanceLoader};
 
 struct TLoaded {
     std::string m_log;
     uint32_t m_status; // of the exception that reached the caller, 0 when none did
 };
 
+size_t LoadInto(ELoader loader, const boost::shared_ptr<ICIMNamespace>& cimNamespace,
+                const std::string& path, TLoadReport& report) {
+    switch (loader) {
+    case kClassLoader:
+        return TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path).size();
+    case kInstanceLoader:
+        return TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, path).size();
+    case kReportingClassLoader:
+        return TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path, report).size();
+    default:
+        return TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, path, report).size();
+    }
+}
+
 TLoaded Load(ELoader loader, const std::string& path) {
     TLogRecorder log;
-    boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
+    TLoadReport report;
     uint32_t status = 0;
     try {
-        if (loader == kClassLoader) {
-            EXPECT_TRUE(TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path).empty());
-        } else {
-            EXPECT_TRUE(TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, path).empty());
-        }
+        EXPECT_EQ(0u, LoadInto(loader, TMemoryNamespace::Create(), path, report));
     } catch (const TQRNException& error) {
         status = error.GetStatus();
     }
+    EXPECT_EQ(&log, TRootObject::GetCoreLogger());
     return {log.Text(), status};
 }
 
@@ -99,7 +116,7 @@ TEST(TNamespacePopulator, ReadsPlainAndGzipFilesByTheirFirstBytes) {
          {"3 CIM-XML Parser line 1:Unsupported encoding 'UTF-32BE'\n" + Failure(utf32),
           kQRNStatusParseError}},
     };
-    for (ELoader loader : {kClassLoader, kInstanceLoader}) {
+    for (ELoader loader : kLoaders) {
         for (const auto& c : cases) {
             SCOPED_TRACE(c.m_path);
             const TLoaded loaded = Load(loader, c.m_path);
@@ -109,16 +126,17 @@ TEST(TNamespacePopulator, ReadsPlainAndGzipFilesByTheirFirstBytes) {
     }
 }
 
-TEST(TNamespacePopulator, PassesOnAPathItCannotExamineOnlyForClassFiles) {
+// Only the instance loader without a report returns nothing, quietly, for such a path.
+TEST(TNamespacePopulator, PassesOnAPathItCannotExamineUnlessLoadingInstancesWithoutAReport) {
     TTempDir dir;
     for (const std::string& path : {dir.Path("missing.xml"), dir.Path("")}) {
-        SCOPED_TRACE(path);
-        const TLoaded classes = Load(kClassLoader, path);
-        EXPECT_EQ(uint32_t(kQRNStatusFileError), classes.m_status);
-        EXPECT_EQ("", classes.m_log);
-        const TLoaded instances = Load(kInstanceLoader, path);
-        EXPECT_EQ(0u, instances.m_status);
-        EXPECT_EQ("", instances.m_log);
+        for (ELoader loader : kLoaders) {
+            SCOPED_TRACE(path + " " + std::to_string(loader));
+            const TLoaded loaded = Load(loader, path);
+            EXPECT_EQ(loader == kInstanceLoader ? 0u : uint32_t(kQRNStatusFileError),
+                      loaded.m_status);
+            EXPECT_EQ("", loaded.m_log);
+        }
     }
 }
 
@@ -129,8 +147,9 @@ TEST(TNamespacePopulator, FailsWithStatus11WhenAnExaminableFileCannotBeOpened) {
     if (std::ifstream(path).is_open()) {
         GTEST_SKIP() << "this user reads files regardless of their permissions";
     }
-    EXPECT_EQ(uint32_t(kQRNStatusFileError), Load(kClassLoader, path).m_status);
-    EXPECT_EQ(uint32_t(kQRNStatusFileError), Load(kInstanceLoader, path).m_status);
+    for (ELoader loader : kLoaders) {
+        EXPECT_EQ(uint32_t(kQRNStatusFileError), Load(loader, path).m_status);
+    }
 }
 
 TEST(TNamespacePopulator, ReadsDocumentsOverTheLimitOnlyInPart) {
@@ -158,6 +177,89 @@ TEST(TNamespacePopulator, ParsesTheReadPartOfAnOversizedSparseFile) {
     EXPECT_EQ("3 CIM-XML Parser line 1:Unexpected character where element expected\n" +
                   Failure(path),
               loaded.m_log);
+}
+
+// The report as text, one fact a line, for comparisons that show a diff.
+std::string Describe(const TLoadReport& report) {
+    const TCIMXMLParser::TTally& tally = report.m_tally;
+    std::string text = "bytes " + std::to_string(report.m_fileBytes) + " " +
+                       std::to_string(report.m_documentBytes) + "\nadded " +
+                       std::to_string(tally.m_qualifierDecls) + " " +
+                       std::to_string(tally.m_classes) + " " + std::to_string(tally.m_instances) +
+                       "\n";
+    for (const auto* names : {&tally.m_duplicateQualifierDecls, &tally.m_duplicateClasses,
+                              &tally.m_duplicateInstances}) {
+        for (const std::string& name : *names) {
+            text += "duplicate " + name + "\n";
+        }
+    }
+    for (const TLoadLogEntry& entry : report.m_log) {
+        text += std::to_string(entry.m_level) + " line " + std::to_string(entry.m_line) + ": " +
+                entry.m_message + "\n";
+    }
+    if (!report.Complete()) {
+        text += "failed " + std::to_string(report.m_status) + ": " + report.m_failure + "\n";
+    }
+    return text;
+}
+
+const char kSchema[] =
+    "<CIM><DECLARATION><DECLGROUP>\n"
+    "<QUALIFIER.DECLARATION NAME='Key' TYPE='boolean'><SCOPE PROPERTY='true'/>"
+    "</QUALIFIER.DECLARATION>\n"
+    "<VALUE.OBJECT><CLASS NAME='A'><PROPERTY NAME='Id' TYPE='string'>"
+    "<QUALIFIER NAME='Key' TYPE='boolean'><VALUE>true</VALUE></QUALIFIER></PROPERTY></CLASS>"
+    "</VALUE.OBJECT>\n"
+    "<VALUE.OBJECT><INSTANCE CLASSNAME='A'><PROPERTY NAME='Id' TYPE='string'><VALUE>x</VALUE>"
+    "</PROPERTY></INSTANCE></VALUE.OBJECT>\n"
+    "</DECLGROUP></DECLARATION></CIM>\n";
+
+// The files load in turn into one namespace, so that later ones find the earlier ones' objects.
+TEST(TNamespacePopulator, ReportsWhatEachLoadReadAddedAndLogged) {
+    TTempDir dir;
+    const std::string packed = dir.WriteGzip("schema.xml.gz", kSchema);
+    const std::string packedSize = std::to_string(std::filesystem::file_size(packed));
+    const std::string size = std::to_string(std::strlen(kSchema));
+    const std::string errors = dir.Write(
+        "errors.xml", "<CIM><DECLARATION><DECLGROUP>\n<VALUE.OBJECT><CLASS NAME='B' "
+                      "SUPERCLASS='Z'/></VALUE.OBJECT>\n<Probe/></DECLGROUP></DECLARATION></CIM>");
+    const std::string broken = dir.Write("broken.xml", "<CIM>\n<A x='1' x='2'/></CIM>");
+    const std::string fifo = dir.Path("fifo.xml");
+    ASSERT_EQ(0, mkfifo(fifo.c_str(), 0600));
+    std::thread writer([&fifo] { std::ofstream(fifo, std::ios::binary) << kSchema; });
+    const struct {
+        std::string m_path;
+        std::string m_report;
+    } cases[] = {
+        {packed, "bytes " + packedSize + " " + size + "\nadded 1 1 1\n"},
+        {fifo, "bytes " + size + " " + size +
+                   "\nadded 0 0 0\nduplicate Key\nduplicate A\nduplicate A.Id=\"x\"\n"},
+        {errors, "bytes 132 132\nadded 0 0 0\n3 line 2: Couldn't find class Z\n"
+                 "3 line 2: CIM element holds no object: its class or instance was not "
+                 "created\n3 line 3: Unexpected element Probe\n"},
+        {broken, "bytes 28 28\nadded 0 0 0\n3 line 2: Attribute appears twice\n"
+                 "0 line 0: Previous error was while parsing file '" +
+                     broken + "'\nfailed 9: parsing stopped at line 2\n"},
+        {dir.Path("missing.xml"), "bytes 0 0\nadded 0 0 0\nfailed 11: No such file or directory\n"},
+        {dir.Path(""), "bytes 0 0\nadded 0 0 0\nfailed 11: Is a directory\n"},
+        {dir.Write("method7.xml.gz", "\x1F\x8B\x07"),
+         "bytes 3 0\nadded 0 0 0\nfailed 29: gzip data compressed by a method other than "
+         "deflate\n"},
+    };
+    const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
+    TLogRecorder log;
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.m_path);
+        TLoadReport report;
+        try {
+            TNamespacePopulator::PopulateFromXMLFile(cimNamespace, c.m_path, report);
+        } catch (const TQRNException& error) {
+            EXPECT_EQ(report.m_status, uint32_t(error.GetStatus()));
+        }
+        EXPECT_EQ(c.m_report, Describe(report));
+        EXPECT_EQ(c.m_path, report.m_path);
+    }
+    writer.join();
 }
 
 } // namespace

@@ -1,0 +1,55 @@
+// TLoadReport: what one load of a document file did, for a caller that shows or checks it.
+#pragma once
+
+#include "cimxml/CIMXMLParser.h"
+#include "core/Status.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace NQRN20 {
+
+// One line the core logger was given during the load.
+struct TLoadLogEntry {
+    // 3 for errors in the document, 0 for the line that names the file of a failed parse.
+    uint32_t m_level;
+    // The document's line being read when the entry was logged; 0 outside the parse.
+    uint32_t m_line;
+    // As logged.
+    std::string m_text;
+    // What happened: the text without its line prefix, and an element it names spelled as the
+    // document spells it.
+    std::string m_message;
+};
+
+struct TLoadReport {
+    static const uint32_t kErrorLevel = 3;
+
+    std::string m_path;
+    // Bytes read from the file, and those of the document they hold (more when gzip).
+    uint64_t m_fileBytes = 0;
+    uint64_t m_documentBytes = 0;
+    double m_seconds = 0;
+    // What the document committed, and what it defined again that the namespace already held.
+    TCIMXMLParser::TTally m_tally;
+    std::vector<TLoadLogEntry> m_log;
+    // Why the load stopped before the document's end, or why only a part of the document was
+    // read: the system's words for a file that cannot be read. Empty for a whole load.
+    std::string m_failure;
+    // The status of the exception the load ended with; kQRNStatusOK when it returned.
+    uint32_t m_status = kQRNStatusOK;
+
+    // The whole document was read and parsed to its end; it may still hold errors.
+    bool Complete() const { return m_failure.empty(); }
+    size_t CountErrors() const {
+        size_t errors = 0;
+        for (const TLoadLogEntry& entry : m_log) {
+            errors += entry.m_level >= kErrorLevel;
+        }
+        return errors;
+    }
+};
+
+} // namespace NQRN20
