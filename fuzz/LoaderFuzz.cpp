@@ -1,6 +1,7 @@
 // Fuzzes the file loaders on real files. The first byte chooses how the rest is written: plain,
 // as gzip, as gzip whose size trailer is forged from the next four bytes, or as two gzip
-// members; and whether the class or the instance loader reads it.
+// members; whether the class or the instance loader reads it; and whether it fills a report,
+// reading the file as it is or through a pipe.
 #include "fuzz/FuzzSupport.h"
 #include "populator/NamespacePopulator.h"
 
@@ -8,9 +9,11 @@
 
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -70,13 +73,44 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     close(fd);
     TQuietLogger logger;
     const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
+    const bool report = (data[0] & 8) != 0;
+    int pipeEnds[2] = {-1, -1};
+    std::thread writer;
+    std::string loaded = path;
+    if (report && (data[0] & 16) != 0) {
+        // A write to a pipe the loader closed must fail, not end the process.
+        signal(SIGPIPE, SIG_IGN);
+        if (pipe(pipeEnds) != 0) {
+            std::abort();
+        }
+        loaded = "/dev/fd/" + std::to_string(pipeEnds[0]);
+        writer = std::thread([&content, &pipeEnds] {
+            for (size_t done = 0; done < content.size();) {
+                const ssize_t wrote =
+                    write(pipeEnds[1], content.data() + done, content.size() - done);
+                if (wrote <= 0) {
+                    break;
+                }
+                done += size_t(wrote);
+            }
+            close(pipeEnds[1]);
+        });
+    }
+    TLoadReport loadReport;
     try {
         if (instances) {
-            TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, path);
+            report ? TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, loaded, loadReport)
+                   : TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, loaded);
         } else {
-            TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path);
+            report ? TNamespacePopulator::PopulateFromXMLFile(cimNamespace, loaded, loadReport)
+                   : TNamespacePopulator::PopulateFromXMLFile(cimNamespace, loaded);
         }
     } catch (const TQRNException&) {
+    }
+    if (writer.joinable()) {
+        // The loader stops reading at its limit; the rest of the pipe is no one's.
+        close(pipeEnds[0]);
+        writer.join();
     }
     unlink(path);
     return 0;
