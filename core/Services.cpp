@@ -1,13 +1,10 @@
-// The core logger, the file-size service, the parser flag and the Boost assertion handlers.
+// The core logger, the file-size service and the parser flag.
 #include "core/Services.h"
 
 #include "core/Status.h"
 
-#include <boost/assert.hpp>
-
 #include <atomic>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
@@ -73,22 +70,3 @@ bool TOSSpecific::getQRNParser() {
 }
 
 } // namespace NQRN20
-
-// A failed check in a shared handle means an empty handle was dereferenced or a broken invariant
-// was found; going on would be undefined behaviour and Boost declares those operations noexcept,
-// so an exception could not leave them anyway. The handlers therefore log and abort.
-namespace boost {
-
-void assertion_failed_msg(char const* expr, char const* msg, char const* function, char const* file,
-                          long line) {
-    NQRN20::TRootObject::GetCoreLogger()->Log(
-        0, std::string("Assertion failed: ") + expr + (msg ? std::string(" (") + msg + ")" : "") +
-               " in " + function + " at " + file + ":" + std::to_string(line));
-    std::abort();
-}
-
-void assertion_failed(char const* expr, char const* function, char const* file, long line) {
-    assertion_failed_msg(expr, nullptr, function, file, line);
-}
-
-} // namespace boost

@@ -1,14 +1,13 @@
-// Tests of the core services: logger installation, file sizes, the parser flag, assertions.
+// Tests of the core services: logger installation, file sizes, the parser flag.
 #include "CoreTestSupport.h"
 
 #include <gtest/gtest.h>
-
-#include <boost/shared_ptr.hpp>
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace NQRN20 {
@@ -35,6 +34,20 @@ TEST(TRootObject, InstalledLoggerReceivesLinesUntilTheDefaultIsRestored) {
     EXPECT_EQ(std::vector<std::string>{"3 first"}, recorder.m_lines);
 }
 
+TEST(TRootObject, ThreadLoggerHidesTheProcessWideOneOnItsOwnThreadOnly) {
+    TRecordingLogger process;
+    TRecordingLogger thread;
+    TRootObject::SetCoreLogger(&process);
+    EXPECT_EQ(nullptr, TRootObject::SetThreadLogger(&thread));
+    TRootObject::GetCoreLogger()->Log(3, "here");
+    std::thread([] { TRootObject::GetCoreLogger()->Log(3, "elsewhere"); }).join();
+    EXPECT_EQ(&thread, TRootObject::SetThreadLogger(nullptr));
+    TRootObject::GetCoreLogger()->Log(0, "after");
+    TRootObject::SetCoreLogger(nullptr);
+    EXPECT_EQ(std::vector<std::string>{"3 here"}, thread.m_lines);
+    EXPECT_EQ((std::vector<std::string>{"3 elsewhere", "0 after"}), process.m_lines);
+}
+
 TEST(TOSSpecific, GetFileSizeGivesRegularFileSizesAndRefusesEverythingElse) {
     const std::filesystem::path dir =
         std::filesystem::temp_directory_path() / ("qrncore-size-" + std::to_string(::getpid()));
@@ -52,13 +65,6 @@ TEST(TOSSpecific, GetFileSizeGivesRegularFileSizesAndRefusesEverythingElse) {
         EXPECT_EQ(kQRNStatusFileError, StatusOf([&] { TOSSpecific::GetFileSize(path); }));
     }
     std::filesystem::remove_all(dir);
-}
-
-TEST(BoostAssertionHandler, LogsAndAbortsWhenAnEmptyHandleIsUsed) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    // The empty name gives an empty handle.
-    const boost::shared_ptr<ICIMClass> empty = TMemoryNamespace::Create()->GetClass("", {});
-    EXPECT_DEATH(empty->GetName({}), "Assertion failed: px != 0");
 }
 
 } // namespace
