@@ -3,6 +3,7 @@
 #include "cimxml/CIMXMLParser.h"
 
 #include "cimxml/Names.h"
+#include "cimxml/StatePool.h"
 #include "cimxml/states/Document.h"
 #include "core/Text.h"
 

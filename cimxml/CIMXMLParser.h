@@ -1,7 +1,6 @@
 // TCIMXMLParser: turns the tokenizer's callbacks into CIM objects through a stack of parse states.
 #pragma once
 
-#include "cimxml/StatePool.h"
 #include "core/Core.h"
 #include "tokenizer/XmlParser.h"
 
@@ -14,6 +13,23 @@
 #include <vector>
 
 namespace NQRN20 {
+
+class TStatePool;
+
+// The parser's hold on the pool its states come from. A copy of the parser gets a pool of its
+// own; the states it shares with the original keep theirs alive.
+class TStatePoolHandle {
+public:
+    TStatePoolHandle();
+    TStatePoolHandle(const TStatePoolHandle&);
+    TStatePoolHandle& operator=(const TStatePoolHandle&) { return *this; }
+    ~TStatePoolHandle();
+
+    TStatePool* Get() const { return m_pool; }
+
+private:
+    TStatePool* m_pool;
+};
 
 // One parser reads one document into the namespace it was given. Every open element has a parse
 // state on the stack; the state on top receives the starts and ends of its children, checks

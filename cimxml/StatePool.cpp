@@ -1,6 +1,8 @@
 // TStatePool: free lists per block size, and the pool's end once nobody needs it.
 #include "cimxml/StatePool.h"
 
+#include "cimxml/CIMXMLParser.h"
+
 #include <new>
 
 #if defined(__has_include)
@@ -69,6 +71,14 @@ TStatePool::~TStatePool() {
             ::operator delete(block);
         }
     }
+}
+
+TStatePoolHandle::TStatePoolHandle() : m_pool(new TStatePool) {}
+
+TStatePoolHandle::TStatePoolHandle(const TStatePoolHandle&) : TStatePoolHandle() {}
+
+TStatePoolHandle::~TStatePoolHandle() {
+    m_pool->Detach();
 }
 
 } // namespace NQRN20

@@ -39,21 +39,6 @@ private:
     bool m_attached = true;
 };
 
-// The parser's hold on its pool. A copy of the parser gets a pool of its own; the states it
-// shares with the original keep theirs alive.
-class TStatePoolHandle {
-public:
-    TStatePoolHandle() : m_pool(new TStatePool) {}
-    TStatePoolHandle(const TStatePoolHandle&) : TStatePoolHandle() {}
-    TStatePoolHandle& operator=(const TStatePoolHandle&) { return *this; }
-    ~TStatePoolHandle() { m_pool->Detach(); }
-
-    TStatePool* Get() const { return m_pool; }
-
-private:
-    TStatePool* m_pool;
-};
-
 // Allocates the counts of the state handles from a pool.
 template <class T>
 struct TStateAllocator {

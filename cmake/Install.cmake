@@ -1,10 +1,26 @@
 # Installs headers, libraries, the CMake package and the pkg-config file.
 include(CMakePackageConfigHelpers)
 
-foreach(dir tokenizer cimxml cimxml/states populator core)
-    install(DIRECTORY ${PROJECT_SOURCE_DIR}/${dir}/
-        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/xmlparser/${dir}
-        FILES_MATCHING PATTERN "*.h")
+# Only the public API: the parse states, the state pool and the core's model classes stay
+# private, free to change. The install test holds the same list.
+set(XMLPARSER_PUBLIC_HEADERS
+    tokenizer/AttributeMap.h
+    tokenizer/XmlParser.h
+    cimxml/CIMXMLParser.h
+    populator/LoadReport.h
+    populator/NamespacePopulator.h
+    core/Core.h
+    core/DateTime.h
+    core/Interfaces.h
+    core/MemoryNamespace.h
+    core/Services.h
+    core/Status.h
+    core/Value.h
+)
+foreach(header ${XMLPARSER_PUBLIC_HEADERS})
+    get_filename_component(dir ${header} DIRECTORY)
+    install(FILES ${PROJECT_SOURCE_DIR}/${header}
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/xmlparser/${dir})
 endforeach()
 
 install(TARGETS xmlparser qrncore EXPORT xmlparserTargets
