@@ -199,7 +199,8 @@ void TCIMXMLParser::TStatePropertyReferenceDecl::EndElement(TCIMXMLParser& parse
     if (m_fields.m_valueSeen && cimNamespace && !m_referenceClass.empty() &&
         value.GetType() == kCIMTypeReference) {
         try {
-            value.SetReferencedClass(GetClassOrLog(cimNamespace, m_referenceClass));
+            value.SetReferencedClass(
+                GetReferencedClassOrLog(cimNamespace, m_referenceClass, m_fields.m_class.lock()));
         } catch (const TQRNException& error) {
             if (error.GetStatus() != kQRNStatusNotFound) {
                 throw;
@@ -209,7 +210,8 @@ void TCIMXMLParser::TStatePropertyReferenceDecl::EndElement(TCIMXMLParser& parse
     EndPropertyDecl(parser, m_fields, [&] {
         TCIMValue null(kCIMTypeReference, 0);
         if (cimNamespace) {
-            null.SetReferencedClass(GetClassOrLog(cimNamespace, m_referenceClass));
+            null.SetReferencedClass(
+                GetReferencedClassOrLog(cimNamespace, m_referenceClass, m_fields.m_class.lock()));
         }
         return null;
     });

@@ -88,7 +88,7 @@ void EndParameter(TCIMXMLParser& parser, TParameterFields& fields, EParameterKin
     if (fields.m_parameter) {
         const boost::shared_ptr<ICIMNamespace> cimNamespace = parser.LockNamespace();
         if (IsReference(kind) && !fields.m_valueSeen && cimNamespace) {
-            GetClassOrLog(cimNamespace, fields.m_referenceClass);
+            GetReferencedClassOrLog(cimNamespace, fields.m_referenceClass, fields.m_class.lock());
         }
         CommitAllowingDuplicate(fields.m_parameter);
     } else if (fields.m_method) {
@@ -114,15 +114,15 @@ void TCIMXMLParser::TStateMethod::ProcessAttributes(TCIMXMLParser& parser,
 void TCIMXMLParser::TStateMethod::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                TAttributeMap& attributes) {
     if (name == kParameter) {
-        parser.PushState(new (parser) TStateParameter(m_method), attributes);
+        parser.PushState(new (parser) TStateParameter(m_method, m_class), attributes);
     } else if (name == kParameterReference) {
-        parser.PushState(new (parser) TStateParameterReference(m_method), attributes);
+        parser.PushState(new (parser) TStateParameterReference(m_method, m_class), attributes);
     } else if (name == kParameterArray) {
-        parser.PushState(new (parser) TStateParameterArray(m_method), attributes);
+        parser.PushState(new (parser) TStateParameterArray(m_method, m_class), attributes);
     } else if (name == kQualifier) {
         parser.PushState(new (parser) TStateQualifier(m_method), attributes);
     } else if (name == kParameterRefArray) {
-        parser.PushState(new (parser) TStateParameterRefArray(m_method), attributes);
+        parser.PushState(new (parser) TStateParameterRefArray(m_method, m_class), attributes);
     } else {
         parser.ReportStateCorrupt();
     }

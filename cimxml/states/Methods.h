@@ -42,10 +42,12 @@ private:
 // What the four parameter states share: the method, the declaration they create in it, and the
 // attributes and value of their element. The value is parsed for its errors and goes nowhere.
 struct TParameterFields {
-    explicit TParameterFields(boost::shared_ptr<ICIMMethodDecl> method)
-        : m_method(std::move(method)) {}
+    TParameterFields(boost::shared_ptr<ICIMMethodDecl> method, boost::weak_ptr<ICIMClass> cimClass)
+        : m_method(std::move(method)), m_class(std::move(cimClass)) {}
 
     boost::shared_ptr<ICIMMethodDecl> m_method;
+    // The class the method is declared in, which a reference parameter may name.
+    boost::weak_ptr<ICIMClass> m_class;
     boost::shared_ptr<ICIMParameterDecl> m_parameter;
     std::string m_name;
     TCIMValue::TCIMType m_type;
@@ -61,8 +63,8 @@ struct TParameterFields {
 // PARAMETER: (QUALIFIER | VALUE | VALUE.ARRAY)*.
 class TCIMXMLParser::TStateParameter : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateParameter(boost::shared_ptr<ICIMMethodDecl> method)
-        : m_fields(std::move(method)) {}
+    TStateParameter(boost::shared_ptr<ICIMMethodDecl> method, boost::weak_ptr<ICIMClass> cimClass)
+        : m_fields(std::move(method), std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -75,8 +77,9 @@ private:
 // PARAMETER.REFERENCE: (QUALIFIER | VALUE.ARRAY)*; declared as a reference.
 class TCIMXMLParser::TStateParameterReference : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateParameterReference(boost::shared_ptr<ICIMMethodDecl> method)
-        : m_fields(std::move(method)) {}
+    TStateParameterReference(boost::shared_ptr<ICIMMethodDecl> method,
+                             boost::weak_ptr<ICIMClass> cimClass)
+        : m_fields(std::move(method), std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -89,8 +92,9 @@ private:
 // PARAMETER.ARRAY: (QUALIFIER | VALUE | VALUE.ARRAY)*; declared with its element type.
 class TCIMXMLParser::TStateParameterArray : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateParameterArray(boost::shared_ptr<ICIMMethodDecl> method)
-        : m_fields(std::move(method)) {}
+    TStateParameterArray(boost::shared_ptr<ICIMMethodDecl> method,
+                         boost::weak_ptr<ICIMClass> cimClass)
+        : m_fields(std::move(method), std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
@@ -103,8 +107,9 @@ private:
 // PARAMETER.REFARRAY: (QUALIFIER | VALUE.ARRAY)*; declared as a reference.
 class TCIMXMLParser::TStateParameterRefArray : public TCIMXMLParser::TParseState {
 public:
-    explicit TStateParameterRefArray(boost::shared_ptr<ICIMMethodDecl> method)
-        : m_fields(std::move(method)) {}
+    TStateParameterRefArray(boost::shared_ptr<ICIMMethodDecl> method,
+                            boost::weak_ptr<ICIMClass> cimClass)
+        : m_fields(std::move(method), std::move(cimClass)) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;

@@ -4,6 +4,7 @@
 
 #include "cimxml/CIMXMLParser.h"
 #include "core/Core.h"
+#include "core/Text.h"
 
 #include <boost/shared_ptr.hpp>
 
@@ -58,6 +59,25 @@ GetClassOrLog(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const std::s
         }
         throw;
     }
+}
+
+// Looks up the class a reference in a class names: one the namespace holds, else the class
+// being built itself, whose members may name it before it is committed (a list node's link to
+// the next node). Another name the namespace lacks is logged and thrown as GetClassOrLog does.
+inline boost::shared_ptr<ICIMClass>
+GetReferencedClassOrLog(const boost::shared_ptr<ICIMNamespace>& cimNamespace,
+                        const std::string& name, const boost::shared_ptr<ICIMClass>& building) {
+    if (building && EqualNoCase(building->GetName(TCIMOptions()), name)) {
+        try {
+            return cimNamespace->GetClass(name, TCIMOptions());
+        } catch (const TQRNException& error) {
+            if (error.GetStatus() != kQRNStatusNotFound) {
+                throw;
+            }
+            return building;
+        }
+    }
+    return GetClassOrLog(cimNamespace, name);
 }
 
 // Commits a class, declaration or qualifier declaration. A second definition of the same name

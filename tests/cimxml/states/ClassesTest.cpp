@@ -97,13 +97,12 @@ TEST(TStateClass, LeavesOutWhatItCannotDeclareAndGoesOn) {
          ClassB("<PROPERTY NAME='P' TYPE='text'><QUALIFIER NAME='Key'/><VALUE>p</VALUE>"
                 "</PROPERTY><PROPERTY NAME='Q' TYPE='string'/>"),
          kLine + "Couldn't declare property P\n", "class T_B\n  property Q string null\n"},
-        {"a reference class the namespace does not hold yet, the class itself included",
+        {"a reference class the namespace does not hold yet, but for the class itself",
          ClassB("<PROPERTY.REFERENCE NAME='R' REFERENCECLASS='T_None'/>"
-                "<PROPERTY.REFERENCE NAME='S' REFERENCECLASS='T_B'/>"
+                "<PROPERTY.REFERENCE NAME='S' REFERENCECLASS='t_b'/>"
                 "<PROPERTY NAME='Q' TYPE='string'/>"),
-         "3 TCIMXMLParser: Couldn't find class T_None\n"
-         "3 TCIMXMLParser: Couldn't find class T_B\n",
-         "class T_B\n  property Q string null\n"},
+         "3 TCIMXMLParser: Couldn't find class T_None\n",
+         "class T_B\n  property S reference null -> T_B\n  property Q string null\n"},
     });
 }
 

@@ -46,11 +46,14 @@ TEST(TStateMethod, DeclaresParametersOfEachKind) {
          "",
          "class T_B\n  method Run uint32\n    parameter A string embedded object\n"
          "    parameter L string embedded instance\n"},
-        {"no reference class looks up the empty name; an unknown one leaves the parameter out",
+        {"no reference class looks up the empty name; an unknown one leaves the parameter out, "
+         "the class itself does not",
          MethodRun("<PARAMETER.REFERENCE NAME='R'/>"
-                   "<PARAMETER.REFARRAY NAME='RL' REFERENCECLASS='T_None'/>"),
+                   "<PARAMETER.REFARRAY NAME='RL' REFERENCECLASS='T_None'/>"
+                   "<PARAMETER.REFARRAY NAME='Self' REFERENCECLASS='T_B'/>"),
          "3 TCIMXMLParser: Couldn't find class T_None\n",
-         "class T_B\n  method Run uint32\n    parameter R reference\n"},
+         "class T_B\n  method Run uint32\n    parameter R reference\n"
+         "    parameter Self reference\n"},
     });
 }
 
