@@ -7,9 +7,10 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 
-# libxml2-utils gives the tests xmllint, which checks written CIM-XML against the DTD.
+# libxml2-utils gives the tests xmllint, which checks written CIM-XML against the DTD; valgrind
+# checks that a whole load reads nothing it should not.
 packages=(cmake g++ make pkg-config libboost-dev zlib1g-dev libgtest-dev libgmock-dev
-    libxml2-utils)
+    libxml2-utils valgrind)
 # The parsers the benchmark measures the loader against; the library does not need them.
 bench_packages=(libexpat1-dev libxml2-dev libpugixml-dev)
 # clang's libFuzzer and sanitizer runtimes, for the fuzz targets.

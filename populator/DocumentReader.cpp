@@ -70,14 +70,20 @@ void AdviseHugePages(char* block, size_t size) {
 #endif
 }
 
-// One block for the document and the zero byte after it.
+// One block for the document, the zero byte after it and the tokenizer's read-ahead.
 boost::shared_array<char> Allocate(uint32_t length) {
-    char* block = new (std::nothrow) char[size_t(length) + 1];
+    const size_t size = size_t(length) + 1 + TXmlParser::kReadAhead;
+    char* block = new (std::nothrow) char[size];
     if (block == nullptr) {
         Fail(kQRNStatusNoMemory, kNoMemory);
     }
-    AdviseHugePages(block, size_t(length) + 1);
+    AdviseHugePages(block, size);
     return boost::shared_array<char>(block);
+}
+
+// Zeroes the block from the end of the document read into it of at most that length.
+void Terminate(const boost::shared_array<char>& block, size_t read, uint32_t length) {
+    std::memset(&block[read], 0, size_t(length) + 1 + TXmlParser::kReadAhead - read);
 }
 
 TDocumentBuffer ReadPlain(const std::string& path, uint64_t size) {
@@ -91,7 +97,7 @@ TDocumentBuffer ReadPlain(const std::string& path, uint64_t size) {
     if (std::ferror(file.get())) {
         FailWithErrno(kQRNStatusFileError);
     }
-    buffer[read] = 0;
+    Terminate(buffer, read, length);
     return {buffer, read, length < size};
 }
 
@@ -137,7 +143,7 @@ TDocumentBuffer ReadGzip(const std::string& path) {
         const char* message = gzerror(file.get(), &code);
         Fail(kQRNStatusGzipRead, code != Z_OK && *message != 0 ? message : kNothingInflated);
     }
-    buffer[read] = 0;
+    Terminate(buffer, size_t(read), length);
     return {buffer, size_t(read), length < whole};
 }
 
@@ -196,7 +202,7 @@ TDocumentBuffer ToDocument(const std::vector<char>& bytes) {
     const uint32_t length = DocumentReadLength(bytes.size());
     boost::shared_array<char> buffer = Allocate(length);
     std::copy(bytes.begin(), bytes.begin() + length, buffer.get());
-    buffer[length] = 0;
+    Terminate(buffer, length, length);
     return {buffer, length, length < bytes.size()};
 }
 

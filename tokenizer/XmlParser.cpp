@@ -282,11 +282,13 @@ bool IsOneOf(const std::string& lowered, std::initializer_list<const char*> name
 // The UTF-8 form of a Latin-1 text: each byte is the code point of its character.
 std::string Latin1ToUtf8(const char* text) {
     std::string utf8;
-    utf8.reserve(std::strlen(text) + 64);
+    utf8.reserve(std::strlen(text) + 64 + TXmlParser::kReadAhead);
     for (const char* p = text; *p != 0; ++p) {
         char bytes[4];
         utf8.append(bytes, EncodeUtf8(static_cast<unsigned char>(*p), bytes));
     }
+    // The scan ends at the first zero; the rest is for its read-ahead.
+    utf8.append(TXmlParser::kReadAhead, '\0');
     return utf8;
 }
 

@@ -35,6 +35,11 @@ public:
     virtual void notationDecl(const char* name, const char* publicId, const char* systemId) = 0;
     virtual void FatalError(const char* message) = 0;
 
+    // Text is scanned sixteen bytes at a time, so the scan may read up to this many bytes past
+    // the zero, though never into another page: harmless, but memory checkers such as valgrind
+    // report it unless the buffer goes on that far, zero-filled. The loaders' buffers do.
+    static const size_t kReadAhead = 15;
+
     void Parse(char* buffer);
     // The same, for a buffer whose length is known: its first bytes are looked at even where they
     // are zero, so that a UTF-16 or UTF-32 document is refused rather than taken for empty.
