@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdio>
 #include <filesystem>
+#include <mutex>
 #include <system_error>
 
 namespace NQRN20 {
@@ -22,24 +23,34 @@ public:
 };
 
 TStderrLogger g_stderrLogger;
-std::atomic<ILogger*> g_coreLogger{nullptr};
+// Recursive, so that a logger may log or install another logger from inside Log.
+std::recursive_mutex g_logMutex;
+ILogger* g_coreLogger = nullptr; // guarded by g_logMutex
 thread_local ILogger* t_threadLogger = nullptr;
 std::atomic<bool> g_qrnParser{false};
+
+// Passes each line to the installed logger under the lock.
+class TSerialLogger : public ILogger {
+public:
+    void Log(uint32_t level, const std::string& text) override {
+        const std::lock_guard<std::recursive_mutex> lock(g_logMutex);
+        (g_coreLogger != nullptr ? g_coreLogger : &g_stderrLogger)->Log(level, text);
+    }
+};
+
+TSerialLogger g_serialLogger;
 
 } // namespace
 
 ILogger::~ILogger() = default;
 
 ILogger* TRootObject::GetCoreLogger() {
-    if (t_threadLogger != nullptr) {
-        return t_threadLogger;
-    }
-    ILogger* log = g_coreLogger.load(std::memory_order_acquire);
-    return log ? log : &g_stderrLogger;
+    return t_threadLogger != nullptr ? t_threadLogger : &g_serialLogger;
 }
 
 void TRootObject::SetCoreLogger(ILogger* log) {
-    g_coreLogger.store(log, std::memory_order_release);
+    const std::lock_guard<std::recursive_mutex> lock(g_logMutex);
+    g_coreLogger = log;
 }
 
 ILogger* TRootObject::SetThreadLogger(ILogger* log) {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -46,6 +48,47 @@ TEST(TRootObject, ThreadLoggerHidesTheProcessWideOneOnItsOwnThreadOnly) {
     TRootObject::SetCoreLogger(nullptr);
     EXPECT_EQ(std::vector<std::string>{"3 here"}, thread.m_lines);
     EXPECT_EQ((std::vector<std::string>{"3 elsewhere", "0 after"}), process.m_lines);
+}
+
+// Counts calls that overlap another; each call lasts long enough for the others to try.
+class TOverlapLogger : public ILogger {
+public:
+    void Log(uint32_t, const std::string&) override {
+        m_overlaps += m_inside.exchange(true);
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        ++m_calls;
+        m_inside = false;
+    }
+    std::atomic<bool> m_inside{false};
+    std::atomic<int> m_overlaps{0};
+    std::atomic<int> m_calls{0};
+};
+
+TEST(TRootObject, PassesLinesToTheLoggerOneAtATimeAndReplacesItBetweenCalls) {
+    TOverlapLogger logger;
+    TRootObject::SetCoreLogger(&logger);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([] {
+            for (int i = 0; i < 10; ++i) {
+                TRootObject::GetCoreLogger()->Log(3, "line");
+            }
+        });
+    }
+    while (logger.m_calls == 0) {
+        std::this_thread::yield();
+    }
+    TRecordingLogger next;
+    TRootObject::SetCoreLogger(&next);
+    EXPECT_FALSE(logger.m_inside); // no call was still running
+    const int calls = logger.m_calls;
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    TRootObject::SetCoreLogger(nullptr);
+    EXPECT_EQ(0, logger.m_overlaps);
+    EXPECT_EQ(calls, logger.m_calls); // none after the replacement returned
+    EXPECT_EQ(size_t(40 - calls), next.m_lines.size());
 }
 
 TEST(TOSSpecific, GetFileSizeGivesRegularFileSizesAndRefusesEverythingElse) {
