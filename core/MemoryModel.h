@@ -80,7 +80,12 @@ public:
             m_members[slot.m_member - 1] = member;
         } else {
             m_members.push_back(member);
-            slot = TSlot{static_cast<uint32_t>(m_members.size()), AddName(name)};
+            try {
+                slot = TSlot{static_cast<uint32_t>(m_members.size()), AddName(name)};
+            } catch (...) {
+                m_members.pop_back(); // listed only when it can be found
+                throw;
+            }
         }
     }
     boost::shared_ptr<T> Find(const std::string& name) const {

@@ -103,8 +103,8 @@ void TMemoryNamespaceImpl::CommitClass(const boost::shared_ptr<TMemoryClass>& ci
     if (m_classes.Find(cimClass->Name())) {
         throw TQRNException(kQRNStatusAlreadyExists);
     }
-    cimClass->MarkCommitted();
     m_classes.Put(cimClass);
+    cimClass->MarkCommitted();
 }
 
 void TMemoryNamespaceImpl::CommitQualifierDecl(
@@ -117,11 +117,14 @@ void TMemoryNamespaceImpl::CommitQualifierDecl(
 }
 
 // Instances of a class without key properties are not identified by keys, so any number of them
-// may be committed; the others must differ in their key values.
+// may be committed; the others must differ in their key values. An instance is either listed
+// and known by its keys or neither, also when memory runs out on the way.
 void TMemoryNamespaceImpl::CommitInstance(const boost::shared_ptr<TMemoryInstance>& instance,
                                           size_t keyHash) {
     std::lock_guard<std::mutex> lock(m_mutex);
-    if (!instance->Class()->KeyProperties().empty()) {
+    if (instance->Class()->KeyProperties().empty()) {
+        m_instances.push_back(instance);
+    } else {
         auto& committed = m_instanceKeys[instance->Class()];
         const auto sameHash = committed.equal_range(keyHash);
         for (auto it = sameHash.first; it != sameHash.second; ++it) {
@@ -129,10 +132,15 @@ void TMemoryNamespaceImpl::CommitInstance(const boost::shared_ptr<TMemoryInstanc
                 throw TQRNException(kQRNStatusAlreadyExists);
             }
         }
-        committed.emplace(keyHash, instance.get());
+        const auto key = committed.emplace(keyHash, instance.get());
+        try {
+            m_instances.push_back(instance);
+        } catch (...) {
+            committed.erase(key);
+            throw;
+        }
     }
     instance->MarkCommitted();
-    m_instances.push_back(instance);
 }
 
 } // namespace NQRN20

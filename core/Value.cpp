@@ -160,6 +160,13 @@ TCIMValue::operator TCIMReference() const {
     return m_null ? TCIMReference() : *std::get<std::shared_ptr<const TCIMReference>>(m_scalar);
 }
 
+TCIMValue& TCIMValue::operator=(const TCIMValue& other) {
+    if (this != &other) {
+        *this = TCIMValue(other);
+    }
+    return *this;
+}
+
 bool TCIMValue::operator==(const TCIMValue& other) const {
     if (m_type != other.m_type || m_null != other.m_null || m_count != other.m_count) {
         return false;

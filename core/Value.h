@@ -82,9 +82,12 @@ public:
     // A null value of the type; the count is an array size and costs nothing per element.
     TCIMValue(TCIMType type, uint32_t count);
     explicit TCIMValue(const TCIMDateTime& dateTime);
-    TCIMValue(const TCIMValue& other) = default;
+    // Copies that run out of memory unwind cleanly, and assignment copies into a new value and
+    // moves that in, leaving this value whole rather than with its type changed and its content
+    // not.
+    TCIMValue(const TCIMValue& other);
     TCIMValue(TCIMValue&& other) noexcept = default;
-    TCIMValue& operator=(const TCIMValue& other) = default;
+    TCIMValue& operator=(const TCIMValue& other);
     TCIMValue& operator=(TCIMValue&& other) noexcept = default;
     ~TCIMValue() = default;
 
@@ -146,6 +149,17 @@ private:
     std::shared_ptr<const std::vector<TCIMValue>> m_elements;
     boost::weak_ptr<ICIMClass> m_referencedClass;
 };
+
+// Only a string's copy allocates: it is built over a whole scalar, so that a copy that runs out
+// of memory unwinds from a scalar it can destroy. Inline, since values are copied often.
+inline TCIMValue::TCIMValue(const TCIMValue& other)
+    : m_type(other.m_type), m_null(other.m_null), m_count(other.m_count),
+      m_scalar(std::holds_alternative<std::string>(other.m_scalar) ? TScalar() : other.m_scalar),
+      m_elements(other.m_elements), m_referencedClass(other.m_referencedClass) {
+    if (const std::string* text = std::get_if<std::string>(&other.m_scalar)) {
+        m_scalar.emplace<std::string>(*text);
+    }
+}
 
 using TCIMType = TCIMValue::TCIMType;
 
