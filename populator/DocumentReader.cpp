@@ -39,6 +39,9 @@ const char kNoMemory[] = "not enough memory for the document";
 const char kNotDeflate[] = "gzip data compressed by a method other than deflate";
 const char kNothingInflated[] = "no data could be inflated";
 const size_t kStreamChunk = size_t(1) << 16;
+// A stream is read, and inflated, up to one byte past the largest document read whole: enough to
+// tell that it is larger.
+const size_t kStreamLimit = size_t(TCIMXMLParser::kMaxSpecificationDocumentSize) + 1;
 
 [[noreturn]] void Fail(uint32_t status, const std::string& reason) {
     throw TDocumentReadError(status, reason);
@@ -101,17 +104,20 @@ TDocumentBuffer ReadPlain(const std::string& path, uint64_t size) {
     return {buffer, read, length < size};
 }
 
-// What a file's first bytes say it holds, whatever it is called. A file too short to tell is
-// plain; one that has the magic but another method is no gzip the reader knows.
+// What a document's first bytes say it holds, whatever its file is called. A document too short
+// to tell is plain; one that has the magic but another method is no gzip the reader knows.
+EContent ContentOf(const unsigned char* head, size_t size) {
+    if (size < 2 || head[0] != kGzipMagic[0] || head[1] != kGzipMagic[1]) {
+        return kPlainContent;
+    }
+    return size < 3 || head[2] == kDeflate ? kGzipContent : kNotGzipContent;
+}
+
 EContent ContentOf(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
     unsigned char head[3] = {};
     stream.read(reinterpret_cast<char*>(head), sizeof head);
-    const std::streamsize read = stream.gcount();
-    if (read < 2 || head[0] != kGzipMagic[0] || head[1] != kGzipMagic[1]) {
-        return kPlainContent;
-    }
-    return read < 3 || head[2] == kDeflate ? kGzipContent : kNotGzipContent;
+    return ContentOf(head, size_t(stream.gcount()));
 }
 
 // The uncompressed length that the trailer records (modulo 2^32).
@@ -147,17 +153,16 @@ TDocumentBuffer ReadGzip(const std::string& path) {
     return {buffer, size_t(read), length < whole};
 }
 
-// A whole stream, up to one byte past the largest document read whole.
+// A whole stream, up to the limit.
 std::vector<char> ReadStream(const std::string& path) {
     const std::unique_ptr<std::FILE, TFileCloser> file(std::fopen(path.c_str(), "rb"));
     if (!file) {
         FailWithErrno(kQRNStatusFileError);
     }
-    const size_t limit = size_t(TCIMXMLParser::kMaxSpecificationDocumentSize) + 1;
     std::vector<char> bytes;
-    while (bytes.size() < limit && !std::feof(file.get())) {
+    while (bytes.size() < kStreamLimit && !std::feof(file.get())) {
         const size_t used = bytes.size();
-        bytes.resize(std::min(limit, used + kStreamChunk));
+        bytes.resize(std::min(kStreamLimit, used + kStreamChunk));
         bytes.resize(used + std::fread(&bytes[used], 1, bytes.size() - used, file.get()));
         if (std::ferror(file.get())) {
             FailWithErrno(kQRNStatusFileError);
@@ -166,7 +171,7 @@ std::vector<char> ReadStream(const std::string& path) {
     return bytes;
 }
 
-// Inflates every gzip member of the bytes, up to one byte past the largest document read whole.
+// Inflates every gzip member of the bytes, up to the limit.
 // Data cut short gives what came before the cut, as gzread does for a file.
 std::vector<char> Inflate(std::vector<char>& packed) {
     z_stream stream{};
@@ -176,11 +181,10 @@ std::vector<char> Inflate(std::vector<char>& packed) {
     const std::unique_ptr<z_stream, TInflateEnd> end(&stream);
     stream.next_in = reinterpret_cast<Bytef*>(packed.data());
     stream.avail_in = uInt(packed.size());
-    const size_t limit = size_t(TCIMXMLParser::kMaxSpecificationDocumentSize) + 1;
     std::vector<char> bytes;
-    while (bytes.size() < limit) {
+    while (bytes.size() < kStreamLimit) {
         const size_t used = bytes.size();
-        bytes.resize(std::min(limit, std::max(2 * used, kStreamChunk)));
+        bytes.resize(std::min(kStreamLimit, std::max(2 * used, kStreamChunk)));
         stream.next_out = reinterpret_cast<Bytef*>(&bytes[used]);
         stream.avail_out = uInt(bytes.size() - used);
         const int result = inflate(&stream, Z_NO_FLUSH);
@@ -242,14 +246,14 @@ TDocumentBuffer ReadAnyDocument(const std::string& path, uint64_t& fileBytes) {
     }
     std::vector<char> bytes = ReadStream(path);
     fileBytes = bytes.size();
-    const unsigned char* head = reinterpret_cast<const unsigned char*>(bytes.data());
-    if (bytes.size() < 2 || head[0] != kGzipMagic[0] || head[1] != kGzipMagic[1]) {
+    switch (ContentOf(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size())) {
+    case kGzipContent:
+        return ToDocument(Inflate(bytes));
+    case kNotGzipContent:
+        Fail(kQRNStatusNotGzip, kNotDeflate);
+    default:
         return ToDocument(bytes);
     }
-    if (bytes.size() > 2 && head[2] != kDeflate) {
-        Fail(kQRNStatusNotGzip, kNotDeflate);
-    }
-    return ToDocument(Inflate(bytes));
 }
 
 } // namespace NQRN20
