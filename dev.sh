@@ -2,7 +2,8 @@
 # Sets up a Debian machine for xmlparser, builds it and runs it:
 #   ./dev.sh run    install, build, and show the bundled example documents as MOF
 #   ./dev.sh test   install, build, and run the whole suite in an optimised and a sanitizer build,
-#                   and replay and run the fuzz targets for a minute each
+#                   the loader and concurrency tests under ThreadSanitizer, and replay and run
+#                   the fuzz targets for a minute each
 #   ./dev.sh bench  install, build, and run the benchmark (extra arguments go to xmlbench)
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -32,16 +33,20 @@ install_packages() {
     DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -q --no-install-recommends "${missing[@]}"
 }
 
-# build DIR [cmake options...]: configure and build one tree.
+# [targets="t..."] build DIR [cmake options...]: configure and build one tree, or those targets.
 build() {
     local dir=$1
     shift
     cmake -S . -B "$dir" -DXMLPARSER_WERROR=ON "$@"
-    cmake --build "$dir" -j "$jobs"
+    # Unquoted, so that each target is a word of its own.
+    cmake --build "$dir" -j "$jobs" ${targets:+--target $targets}
 }
 
+# run_tests DIR [ctest options...]
 run_tests() {
-    ctest --test-dir "$1" --output-on-failure -j "$jobs"
+    local dir=$1
+    shift
+    ctest --test-dir "$dir" --output-on-failure -j "$jobs" "$@"
 }
 
 # run_fuzzers SECONDS: each target replays its seeds, then fuzzes for that long. A crash, a
@@ -76,6 +81,12 @@ test)
         -DXMLPARSER_BUILD_TESTS=ON
     ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:strict_string_checks=1 \
         UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 run_tests build/sanitize
+    # Only the tests whose threads share a namespace or the logger gain from ThreadSanitizer.
+    targets="concurrency_test populator_test core_test" build build/tsan \
+        -DCMAKE_BUILD_TYPE=RelWithDebInfo -DXMLPARSER_TSAN=ON -DXMLPARSER_BUILD_TESTS=ON \
+        -DXMLPARSER_BUILD_BENCH=OFF
+    TSAN_OPTIONS=halt_on_error=1 run_tests build/tsan \
+        -R '^(ConcurrentLoads|TNamespacePopulator|TRootObject)[.]|SeveralLoaders'
     ;;
 bench)
     shift
