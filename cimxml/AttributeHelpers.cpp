@@ -39,18 +39,10 @@ bool TCIMXMLParser::HandleCIMType(TAttributeMap::iterator& attribute, TCIMValue:
 
 bool TCIMXMLParser::HandleQualifierFlavor(TAttributeMap::iterator& attribute,
                                           ICIMQualifierDecl::EFlavor* out) {
-    static const struct {
-        TName m_name;
-        ICIMQualifierDecl::EFlavor m_bit;
-    } kFlavors[] = {
-        {NCimXml::kAttrOverridable, ICIMQualifierDecl::kFlavorOverridable},
-        {NCimXml::kAttrToSubclass, ICIMQualifierDecl::kFlavorToSubclass},
-        {NCimXml::kAttrTranslatable, ICIMQualifierDecl::kFlavorTranslatable},
-    };
-    for (const auto& flavor : kFlavors) {
+    for (const NCimXml::TBitAttribute& flavor : NCimXml::kFlavorAttributes) {
         if (IsNamed(attribute, flavor.m_name)) {
-            const int bits =
-                ConvertBool(attribute->second) ? (*out | flavor.m_bit) : (*out & ~flavor.m_bit);
+            const uint32_t bits =
+                ConvertBool(attribute->second) ? (*out | flavor.m_bits) : (*out & ~flavor.m_bits);
             *out = static_cast<ICIMQualifierDecl::EFlavor>(bits);
             return true;
         }

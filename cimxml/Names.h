@@ -1,7 +1,11 @@
-// The CIM-XML element and attribute names, lowercased as they reach the parse states.
+// The CIM-XML element and attribute names: as documents spell them, for the writer, and
+// lowercased, as they reach the parse states.
 #pragma once
 
+#include "core/Interfaces.h"
+
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string>
 
@@ -11,12 +15,13 @@ namespace NCimXml {
 // A name that knows its length. The states compare every element and attribute name they are
 // given with several of these; a length that differs settles most comparisons at once.
 struct TName {
-    template <size_t N>
-    constexpr TName(const char (&text)[N]) : m_text(text), m_size(N - 1) {}
     constexpr operator const char*() const { return m_text; }
 
+    // Lowercased.
     const char* m_text;
     size_t m_size;
+    // As documents spell it.
+    const char* m_spelled;
 };
 
 inline bool operator==(const std::string& text, TName name) {
@@ -26,98 +31,145 @@ inline bool operator!=(const std::string& text, TName name) {
     return !(text == name);
 }
 
+// An entry of the table below: the documents' spelling, and its lowercase made from it when
+// compiling, so that each name is written once.
+template <size_t N>
+class TNameEntry {
+public:
+    constexpr TNameEntry(const char (&spelled)[N]) {
+        for (size_t i = 0; i < N; ++i) {
+            const char c = spelled[i];
+            m_spelled[i] = c;
+            m_lower[i] = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        }
+    }
+    constexpr operator TName() const { return {m_lower, N - 1, m_spelled}; }
+    constexpr operator const char*() const { return m_lower; }
+    constexpr const char* Spelled() const { return m_spelled; }
+
+private:
+    char m_lower[N] = {};
+    char m_spelled[N] = {};
+};
+
 // Elements: the document and its declaration groups.
-constexpr TName kCim{"cim"};
-constexpr TName kDeclaration{"declaration"};
-constexpr TName kDeclGroup{"declgroup"};
-constexpr TName kDeclGroupWithName{"declgroup.withname"};
-constexpr TName kDeclGroupWithPath{"declgroup.withpath"};
+constexpr TNameEntry kCim{"CIM"};
+constexpr TNameEntry kDeclaration{"DECLARATION"};
+constexpr TNameEntry kDeclGroup{"DECLGROUP"};
+constexpr TNameEntry kDeclGroupWithName{"DECLGROUP.WITHNAME"};
+constexpr TNameEntry kDeclGroupWithPath{"DECLGROUP.WITHPATH"};
 
 // Elements: namespace, class and instance paths.
-constexpr TName kNamespacePath{"namespacepath"};
-constexpr TName kLocalNamespacePath{"localnamespacepath"};
-constexpr TName kHost{"host"};
-constexpr TName kNamespace{"namespace"};
-constexpr TName kClassPath{"classpath"};
-constexpr TName kLocalClassPath{"localclasspath"};
-constexpr TName kClassName{"classname"};
-constexpr TName kInstancePath{"instancepath"};
-constexpr TName kLocalInstancePath{"localinstancepath"};
-constexpr TName kInstanceName{"instancename"};
-constexpr TName kKeyBinding{"keybinding"};
-constexpr TName kKeyValue{"keyvalue"};
+constexpr TNameEntry kNamespacePath{"NAMESPACEPATH"};
+constexpr TNameEntry kLocalNamespacePath{"LOCALNAMESPACEPATH"};
+constexpr TNameEntry kHost{"HOST"};
+constexpr TNameEntry kNamespace{"NAMESPACE"};
+constexpr TNameEntry kClassPath{"CLASSPATH"};
+constexpr TNameEntry kLocalClassPath{"LOCALCLASSPATH"};
+constexpr TNameEntry kClassName{"CLASSNAME"};
+constexpr TNameEntry kInstancePath{"INSTANCEPATH"};
+constexpr TNameEntry kLocalInstancePath{"LOCALINSTANCEPATH"};
+constexpr TNameEntry kInstanceName{"INSTANCENAME"};
+constexpr TNameEntry kKeyBinding{"KEYBINDING"};
+constexpr TNameEntry kKeyValue{"KEYVALUE"};
 
 // Elements: value objects.
-constexpr TName kValueObject{"value.object"};
-constexpr TName kValueNamedObject{"value.namedobject"};
-constexpr TName kValueObjectWithPath{"value.objectwithpath"};
-constexpr TName kValueObjectWithLocalPath{"value.objectwithlocalpath"};
-constexpr TName kValueNamedInstance{"value.namedinstance"};
+constexpr TNameEntry kValueObject{"VALUE.OBJECT"};
+constexpr TNameEntry kValueNamedObject{"VALUE.NAMEDOBJECT"};
+constexpr TNameEntry kValueObjectWithPath{"VALUE.OBJECTWITHPATH"};
+constexpr TNameEntry kValueObjectWithLocalPath{"VALUE.OBJECTWITHLOCALPATH"};
+constexpr TNameEntry kValueNamedInstance{"VALUE.NAMEDINSTANCE"};
 
 // Elements: messages.
-constexpr TName kMessage{"message"};
-constexpr TName kSimpleReq{"simplereq"};
-constexpr TName kMultiReq{"multireq"};
-constexpr TName kIMethodCall{"imethodcall"};
-constexpr TName kIParamValue{"iparamvalue"};
-constexpr TName kSimpleRsp{"simplersp"};
-constexpr TName kIMethodResponse{"imethodresponse"};
-constexpr TName kIReturnValue{"ireturnvalue"};
-constexpr TName kError{"error"};
+constexpr TNameEntry kMessage{"MESSAGE"};
+constexpr TNameEntry kSimpleReq{"SIMPLEREQ"};
+constexpr TNameEntry kMultiReq{"MULTIREQ"};
+constexpr TNameEntry kIMethodCall{"IMETHODCALL"};
+constexpr TNameEntry kIParamValue{"IPARAMVALUE"};
+constexpr TNameEntry kSimpleRsp{"SIMPLERSP"};
+constexpr TNameEntry kIMethodResponse{"IMETHODRESPONSE"};
+constexpr TNameEntry kIReturnValue{"IRETURNVALUE"};
+constexpr TNameEntry kError{"ERROR"};
 
 // Elements: schema and instance content.
-constexpr TName kQualifierDeclaration{"qualifier.declaration"};
-constexpr TName kScope{"scope"};
-constexpr TName kQualifier{"qualifier"};
-constexpr TName kClass{"class"};
-constexpr TName kProperty{"property"};
-constexpr TName kPropertyArray{"property.array"};
-constexpr TName kPropertyReference{"property.reference"};
-constexpr TName kMethod{"method"};
-constexpr TName kParameter{"parameter"};
-constexpr TName kParameterReference{"parameter.reference"};
-constexpr TName kParameterArray{"parameter.array"};
-constexpr TName kParameterRefArray{"parameter.refarray"};
-constexpr TName kInstance{"instance"};
-constexpr TName kValue{"value"};
-constexpr TName kValueArray{"value.array"};
-constexpr TName kValueReference{"value.reference"};
+constexpr TNameEntry kQualifierDeclaration{"QUALIFIER.DECLARATION"};
+constexpr TNameEntry kScope{"SCOPE"};
+constexpr TNameEntry kQualifier{"QUALIFIER"};
+constexpr TNameEntry kClass{"CLASS"};
+constexpr TNameEntry kProperty{"PROPERTY"};
+constexpr TNameEntry kPropertyArray{"PROPERTY.ARRAY"};
+constexpr TNameEntry kPropertyReference{"PROPERTY.REFERENCE"};
+constexpr TNameEntry kMethod{"METHOD"};
+constexpr TNameEntry kParameter{"PARAMETER"};
+constexpr TNameEntry kParameterReference{"PARAMETER.REFERENCE"};
+constexpr TNameEntry kParameterArray{"PARAMETER.ARRAY"};
+constexpr TNameEntry kParameterRefArray{"PARAMETER.REFARRAY"};
+constexpr TNameEntry kInstance{"INSTANCE"};
+constexpr TNameEntry kValue{"VALUE"};
+constexpr TNameEntry kValueArray{"VALUE.ARRAY"};
+constexpr TNameEntry kValueReference{"VALUE.REFERENCE"};
 
 // Attributes read through the attribute helpers.
-constexpr TName kAttrName{"name"};
-constexpr TName kAttrType{"type"};
-constexpr TName kAttrOverridable{"overridable"};
-constexpr TName kAttrToSubclass{"tosubclass"};
-constexpr TName kAttrTranslatable{"translatable"};
-constexpr TName kAttrClassOrigin{"classorigin"};
-constexpr TName kAttrPropagated{"propagated"};
-constexpr TName kAttrArraySize{"arraysize"};
-constexpr TName kAttrSuperClass{"superclass"};
-constexpr TName kAttrClassName{"classname"};
-constexpr TName kAttrReferenceClass{"referenceclass"};
-constexpr TName kAttrEmbeddedObject{"embeddedobject"};
+constexpr TNameEntry kAttrName{"NAME"};
+constexpr TNameEntry kAttrType{"TYPE"};
+constexpr TNameEntry kAttrOverridable{"OVERRIDABLE"};
+constexpr TNameEntry kAttrToSubclass{"TOSUBCLASS"};
+constexpr TNameEntry kAttrTranslatable{"TRANSLATABLE"};
+constexpr TNameEntry kAttrClassOrigin{"CLASSORIGIN"};
+constexpr TNameEntry kAttrPropagated{"PROPAGATED"};
+constexpr TNameEntry kAttrArraySize{"ARRAYSIZE"};
+constexpr TNameEntry kAttrSuperClass{"SUPERCLASS"};
+constexpr TNameEntry kAttrClassName{"CLASSNAME"};
+constexpr TNameEntry kAttrReferenceClass{"REFERENCECLASS"};
+constexpr TNameEntry kAttrEmbeddedObject{"EmbeddedObject"};
 
 // Attributes the states read themselves.
-constexpr TName kAttrIsArray{"isarray"};
-constexpr TName kAttrCimVersion{"cimversion"};
-constexpr TName kAttrDtdVersion{"dtdversion"};
-constexpr TName kAttrId{"id"};
-constexpr TName kAttrProtocolVersion{"protocolversion"};
+constexpr TNameEntry kAttrIsArray{"ISARRAY"};
+constexpr TNameEntry kAttrCimVersion{"CIMVERSION"};
+constexpr TNameEntry kAttrDtdVersion{"DTDVERSION"};
+constexpr TNameEntry kAttrId{"ID"};
+constexpr TNameEntry kAttrProtocolVersion{"PROTOCOLVERSION"};
 
-// Values of the embeddedobject attribute.
-constexpr TName kEmbeddedObject{"object"};
-constexpr TName kEmbeddedInstance{"instance"};
+// An attribute of KEYVALUE that the writer gives other readers; the loader ignores it.
+constexpr TNameEntry kAttrValueType{"VALUETYPE"};
+
+// Values of EmbeddedObject.
+constexpr TNameEntry kEmbeddedObject{"object"};
+constexpr TNameEntry kEmbeddedInstance{"instance"};
 
 // Attributes of SCOPE: each names an element kind a qualifier may be applied to.
-constexpr TName kAttrScopeClass{"class"};
-constexpr TName kAttrScopeAssociation{"association"};
-constexpr TName kAttrScopeReference{"reference"};
-constexpr TName kAttrScopeProperty{"property"};
-constexpr TName kAttrScopeMethod{"method"};
-constexpr TName kAttrScopeParameter{"parameter"};
-constexpr TName kAttrScopeIndication{"indication"};
+constexpr TNameEntry kAttrScopeClass{"CLASS"};
+constexpr TNameEntry kAttrScopeAssociation{"ASSOCIATION"};
+constexpr TNameEntry kAttrScopeReference{"REFERENCE"};
+constexpr TNameEntry kAttrScopeProperty{"PROPERTY"};
+constexpr TNameEntry kAttrScopeMethod{"METHOD"};
+constexpr TNameEntry kAttrScopeParameter{"PARAMETER"};
+constexpr TNameEntry kAttrScopeIndication{"INDICATION"};
 // Not in the DTD, but written by some producers: every element kind at once.
-constexpr TName kAttrScopeAny{"any"};
+constexpr TNameEntry kAttrScopeAny{"ANY"};
+
+// An attribute that stands for bits of a qualifier's flavor or scope.
+struct TBitAttribute {
+    TName m_name;
+    uint32_t m_bits;
+};
+
+constexpr TBitAttribute kFlavorAttributes[] = {
+    {kAttrOverridable, ICIMQualifierDecl::kFlavorOverridable},
+    {kAttrToSubclass, ICIMQualifierDecl::kFlavorToSubclass},
+    {kAttrTranslatable, ICIMQualifierDecl::kFlavorTranslatable},
+};
+
+// In the DTD's order, which the writer keeps.
+constexpr TBitAttribute kScopeAttributes[] = {
+    {kAttrScopeClass, ICIMQualifierDecl::kScopeClass},
+    {kAttrScopeAssociation, ICIMQualifierDecl::kScopeAssociation},
+    {kAttrScopeReference, ICIMQualifierDecl::kScopeReference},
+    {kAttrScopeProperty, ICIMQualifierDecl::kScopeProperty},
+    {kAttrScopeMethod, ICIMQualifierDecl::kScopeMethod},
+    {kAttrScopeParameter, ICIMQualifierDecl::kScopeParameter},
+    {kAttrScopeIndication, ICIMQualifierDecl::kScopeIndication},
+};
 
 } // namespace NCimXml
 } // namespace NQRN20

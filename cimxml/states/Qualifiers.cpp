@@ -20,20 +20,6 @@ const char kIncompatibleAttributes[] = "Incompatible attributes";
 const char kTrue[] = "true";
 const char kFalse[] = "false";
 
-const struct {
-    const char* m_attribute;
-    uint32_t m_bits;
-} kScopeBits[] = {
-    {kAttrScopeClass, ICIMQualifierDecl::kScopeClass},
-    {kAttrScopeAssociation, ICIMQualifierDecl::kScopeAssociation},
-    {kAttrScopeIndication, ICIMQualifierDecl::kScopeIndication},
-    {kAttrScopeProperty, ICIMQualifierDecl::kScopeProperty},
-    {kAttrScopeReference, ICIMQualifierDecl::kScopeReference},
-    {kAttrScopeMethod, ICIMQualifierDecl::kScopeMethod},
-    {kAttrScopeParameter, ICIMQualifierDecl::kScopeParameter},
-    {kAttrScopeAny, ICIMQualifierDecl::kScopeAny},
-};
-
 // A scope attribute is "true" or "false"; any other value is reported and applies nowhere.
 bool ScopeApplies(TCIMXMLParser& parser, const TAttributeMap::value_type& attribute) {
     if (EqualNoCase(attribute.second, kTrue)) {
@@ -190,10 +176,12 @@ void TCIMXMLParser::TStateQualifierDeclaration::EndElement(TCIMXMLParser& parser
 void TCIMXMLParser::TStateScope::ProcessAttributes(TCIMXMLParser& parser,
                                                    TAttributeMap& attributes) {
     for (const auto& attribute : attributes) {
-        for (const auto& scope : kScopeBits) {
-            if (attribute.first == scope.m_attribute && ScopeApplies(parser, attribute)) {
-                m_declaration->m_scope |= scope.m_bits;
-            }
+        uint32_t bits = attribute.first == kAttrScopeAny ? ICIMQualifierDecl::kScopeAny : 0;
+        for (const TBitAttribute& scope : kScopeAttributes) {
+            bits |= attribute.first == scope.m_name ? scope.m_bits : 0;
+        }
+        if (bits != 0 && ScopeApplies(parser, attribute)) {
+            m_declaration->m_scope |= bits;
         }
     }
 }

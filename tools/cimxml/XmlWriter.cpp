@@ -1,6 +1,7 @@
 // The CIM-XML writer: markup, values, references, qualifiers, classes and instances.
 #include "tools/cimxml/XmlWriter.h"
 
+#include "cimxml/Names.h"
 #include "core/Text.h"
 #include "tools/cimxml/SchemaView.h"
 
@@ -12,57 +13,6 @@ namespace NXmlWriter {
 
 namespace {
 
-// Element names as the document spells them.
-namespace NElem {
-constexpr char kCim[] = "CIM";
-constexpr char kDeclaration[] = "DECLARATION";
-constexpr char kDeclGroup[] = "DECLGROUP";
-constexpr char kQualifierDeclaration[] = "QUALIFIER.DECLARATION";
-constexpr char kScope[] = "SCOPE";
-constexpr char kValueObject[] = "VALUE.OBJECT";
-constexpr char kClass[] = "CLASS";
-constexpr char kInstance[] = "INSTANCE";
-constexpr char kQualifier[] = "QUALIFIER";
-constexpr char kProperty[] = "PROPERTY";
-constexpr char kPropertyArray[] = "PROPERTY.ARRAY";
-constexpr char kPropertyReference[] = "PROPERTY.REFERENCE";
-constexpr char kMethod[] = "METHOD";
-constexpr char kParameter[] = "PARAMETER";
-constexpr char kParameterArray[] = "PARAMETER.ARRAY";
-constexpr char kParameterReference[] = "PARAMETER.REFERENCE";
-constexpr char kParameterRefArray[] = "PARAMETER.REFARRAY";
-constexpr char kValue[] = "VALUE";
-constexpr char kValueArray[] = "VALUE.ARRAY";
-constexpr char kValueReference[] = "VALUE.REFERENCE";
-constexpr char kClassPath[] = "CLASSPATH";
-constexpr char kLocalClassPath[] = "LOCALCLASSPATH";
-constexpr char kClassName[] = "CLASSNAME";
-constexpr char kInstancePath[] = "INSTANCEPATH";
-constexpr char kLocalInstancePath[] = "LOCALINSTANCEPATH";
-constexpr char kInstanceName[] = "INSTANCENAME";
-constexpr char kNamespacePath[] = "NAMESPACEPATH";
-constexpr char kLocalNamespacePath[] = "LOCALNAMESPACEPATH";
-constexpr char kHost[] = "HOST";
-constexpr char kNamespace[] = "NAMESPACE";
-constexpr char kKeyBinding[] = "KEYBINDING";
-constexpr char kKeyValue[] = "KEYVALUE";
-} // namespace NElem
-
-// Attribute names as the document spells them.
-namespace NAttr {
-constexpr char kCimVersion[] = "CIMVERSION";
-constexpr char kDtdVersion[] = "DTDVERSION";
-constexpr char kName[] = "NAME";
-constexpr char kType[] = "TYPE";
-constexpr char kIsArray[] = "ISARRAY";
-constexpr char kArraySize[] = "ARRAYSIZE";
-constexpr char kSuperClass[] = "SUPERCLASS";
-constexpr char kClassName[] = "CLASSNAME";
-constexpr char kReferenceClass[] = "REFERENCECLASS";
-constexpr char kValueType[] = "VALUETYPE";
-constexpr char kEmbeddedObject[] = "EmbeddedObject";
-} // namespace NAttr
-
 constexpr char kVersion[] = "2.0";
 constexpr char kTrue[] = "true";
 constexpr char kFalse[] = "false";
@@ -72,40 +22,16 @@ constexpr char kFalse[] = "false";
 constexpr unsigned kDefaultFlavor =
     ICIMQualifierDecl::kFlavorOverridable | ICIMQualifierDecl::kFlavorToSubclass;
 
-struct TFlavorAttribute {
-    unsigned m_bit;
-    const char* m_name;
-};
+using NCimXml::TName;
 
-const TFlavorAttribute kFlavorAttributes[] = {
-    {ICIMQualifierDecl::kFlavorOverridable, "OVERRIDABLE"},
-    {ICIMQualifierDecl::kFlavorToSubclass, "TOSUBCLASS"},
-    {ICIMQualifierDecl::kFlavorTranslatable, "TRANSLATABLE"},
-};
-
-struct TScopeAttribute {
-    uint32_t m_bit;
-    const char* m_name;
-};
-
-const TScopeAttribute kScopeAttributes[] = {
-    {ICIMQualifierDecl::kScopeClass, "CLASS"},
-    {ICIMQualifierDecl::kScopeAssociation, "ASSOCIATION"},
-    {ICIMQualifierDecl::kScopeReference, "REFERENCE"},
-    {ICIMQualifierDecl::kScopeProperty, "PROPERTY"},
-    {ICIMQualifierDecl::kScopeMethod, "METHOD"},
-    {ICIMQualifierDecl::kScopeParameter, "PARAMETER"},
-    {ICIMQualifierDecl::kScopeIndication, "INDICATION"},
-};
-
-typedef std::vector<std::pair<const char*, std::string>> TAttributes;
+typedef std::vector<std::pair<TName, std::string>> TAttributes;
 
 std::string TypeName(TCIMType type) {
     return TCIMType(type.GetElementType()).GetName();
 }
 
 // An attribute that may be left out, written only when it has a value.
-void AddIfSet(TAttributes& attributes, const char* name, const std::string& value) {
+void AddIfSet(TAttributes& attributes, TName name, const std::string& value) {
     if (!value.empty()) {
         attributes.emplace_back(name, value);
     }
@@ -113,21 +39,22 @@ void AddIfSet(TAttributes& attributes, const char* name, const std::string& valu
 
 void AddArraySize(TAttributes& attributes, uint32_t size) {
     if (size != 0) {
-        attributes.emplace_back(NAttr::kArraySize, std::to_string(size));
+        attributes.emplace_back(NCimXml::kAttrArraySize, std::to_string(size));
     }
 }
 
 void AddEmbeddedObject(TAttributes& attributes, EEmbeddedObject kind) {
     if (kind != kEmbeddedNone) {
-        attributes.emplace_back(NAttr::kEmbeddedObject,
-                                kind == kEmbeddedInstance ? "instance" : "object");
+        attributes.emplace_back(NCimXml::kAttrEmbeddedObject,
+                                kind == kEmbeddedInstance ? NCimXml::kEmbeddedInstance.Spelled()
+                                                          : NCimXml::kEmbeddedObject.Spelled());
     }
 }
 
 void AddFlavors(TAttributes& attributes, ICIMQualifierDecl::EFlavor flavor) {
-    for (const TFlavorAttribute& attribute : kFlavorAttributes) {
-        const bool set = (flavor & attribute.m_bit) != 0;
-        if (set != ((kDefaultFlavor & attribute.m_bit) != 0)) {
+    for (const NCimXml::TBitAttribute& attribute : NCimXml::kFlavorAttributes) {
+        const bool set = (flavor & attribute.m_bits) != 0;
+        if (set != ((kDefaultFlavor & attribute.m_bits) != 0)) {
             attributes.emplace_back(attribute.m_name, set ? kTrue : kFalse);
         }
     }
@@ -151,29 +78,30 @@ const char* KeyValueType(TCIMType type) {
 // for other readers, and an untyped (null) key claims to be a string.
 TAttributes KeyValueAttributes(const TCIMValue& value) {
     const std::string type = TypeName(value.GetType());
-    return {{NAttr::kValueType, KeyValueType(value.GetType())},
-            {NAttr::kType, type.empty() ? std::string("string") : type}};
+    return {{NCimXml::kAttrValueType, KeyValueType(value.GetType())},
+            {NCimXml::kAttrType, type.empty() ? std::string("string") : type}};
 }
 
-const char* PropertyElement(TCIMType type) {
+TName PropertyElement(TCIMType type) {
     if (type.GetElementType() == kCIMTypeReference) {
-        return NElem::kPropertyReference;
+        return NCimXml::kPropertyReference;
     }
-    return type.IsArray() ? NElem::kPropertyArray : NElem::kProperty;
+    return type.IsArray() ? TName(NCimXml::kPropertyArray) : NCimXml::kProperty;
 }
 
 // A reference property names the class it may refer to where the model knows it.
 TAttributes PropertyAttributes(const std::string& name, const TCIMValue& value,
                                EEmbeddedObject embeddedObject) {
-    TAttributes attributes{{NAttr::kName, name}};
+    TAttributes attributes{{NCimXml::kAttrName, name}};
     if (value.GetType().GetElementType() == kCIMTypeReference) {
         const boost::shared_ptr<ICIMClass> referenced = value.GetReferencedClass();
         if (referenced) {
-            attributes.emplace_back(NAttr::kReferenceClass, referenced->GetName(TCIMOptions()));
+            attributes.emplace_back(NCimXml::kAttrReferenceClass,
+                                    referenced->GetName(TCIMOptions()));
         }
         return attributes;
     }
-    AddIfSet(attributes, NAttr::kType, TypeName(value.GetType()));
+    AddIfSet(attributes, NCimXml::kAttrType, TypeName(value.GetType()));
     if (value.IsArray()) {
         AddArraySize(attributes, value.GetCount());
     }
@@ -181,11 +109,11 @@ TAttributes PropertyAttributes(const std::string& name, const TCIMValue& value,
     return attributes;
 }
 
-const char* ParameterElement(bool reference, bool array) {
+TName ParameterElement(bool reference, bool array) {
     if (reference) {
-        return array ? NElem::kParameterRefArray : NElem::kParameterReference;
+        return array ? TName(NCimXml::kParameterRefArray) : NCimXml::kParameterReference;
     }
-    return array ? NElem::kParameterArray : NElem::kParameter;
+    return array ? TName(NCimXml::kParameterArray) : NCimXml::kParameter;
 }
 
 // The NAMESPACE elements of a namespace name, one a path segment.
@@ -214,11 +142,11 @@ public:
     void Document();
 
 private:
-    void Open(const char* element, const TAttributes& attributes = TAttributes());
-    void Close(const char* element);
-    void Empty(const char* element, const TAttributes& attributes = TAttributes());
-    void TextElement(const char* element, const TAttributes& attributes, const std::string& text);
-    void StartTag(const char* element, const TAttributes& attributes);
+    void Open(TName element, const TAttributes& attributes = TAttributes());
+    void Close(TName element);
+    void Empty(TName element, const TAttributes& attributes = TAttributes());
+    void TextElement(TName element, const TAttributes& attributes, const std::string& text);
+    void StartTag(TName element, const TAttributes& attributes);
     void FinishParentTag();
     void Indent();
 
@@ -251,35 +179,36 @@ private:
 
 void TWriter::Document() {
     m_out << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
-    Open(NElem::kCim, {{NAttr::kCimVersion, kVersion}, {NAttr::kDtdVersion, kVersion}});
-    Open(NElem::kDeclaration);
-    Open(NElem::kDeclGroup);
+    Open(NCimXml::kCim,
+         {{NCimXml::kAttrCimVersion, kVersion}, {NCimXml::kAttrDtdVersion, kVersion}});
+    Open(NCimXml::kDeclaration);
+    Open(NCimXml::kDeclGroup);
     for (const boost::shared_ptr<ICIMQualifierDecl>& decl :
          NSchemaView::QualifierDecls(m_namespace)) {
         QualifierDecl(*decl);
     }
     for (const boost::shared_ptr<ICIMClass>& cimClass : NSchemaView::Classes(m_namespace)) {
-        Open(NElem::kValueObject);
+        Open(NCimXml::kValueObject);
         Class(*cimClass);
-        Close(NElem::kValueObject);
+        Close(NCimXml::kValueObject);
     }
     for (const boost::shared_ptr<ICIMInstance>& instance : NSchemaView::Instances(m_namespace)) {
-        Open(NElem::kValueObject);
+        Open(NCimXml::kValueObject);
         Instance(*instance);
-        Close(NElem::kValueObject);
+        Close(NCimXml::kValueObject);
     }
-    Close(NElem::kDeclGroup);
-    Close(NElem::kDeclaration);
-    Close(NElem::kCim);
+    Close(NCimXml::kDeclGroup);
+    Close(NCimXml::kDeclaration);
+    Close(NCimXml::kCim);
 }
 
-void TWriter::Open(const char* element, const TAttributes& attributes) {
+void TWriter::Open(TName element, const TAttributes& attributes) {
     StartTag(element, attributes);
     m_tagOpen = true;
     ++m_depth;
 }
 
-void TWriter::Close(const char* element) {
+void TWriter::Close(TName element) {
     --m_depth;
     if (m_tagOpen) {
         m_out << "/>\n";
@@ -287,27 +216,26 @@ void TWriter::Close(const char* element) {
         return;
     }
     Indent();
-    m_out << "</" << element << ">\n";
+    m_out << "</" << element.m_spelled << ">\n";
 }
 
-void TWriter::Empty(const char* element, const TAttributes& attributes) {
+void TWriter::Empty(TName element, const TAttributes& attributes) {
     StartTag(element, attributes);
     m_out << "/>\n";
 }
 
 // On one line and unindented inside, since every character between the tags is content.
-void TWriter::TextElement(const char* element, const TAttributes& attributes,
-                          const std::string& text) {
+void TWriter::TextElement(TName element, const TAttributes& attributes, const std::string& text) {
     StartTag(element, attributes);
-    m_out << '>' << EscapeXml(text) << "</" << element << ">\n";
+    m_out << '>' << EscapeXml(text) << "</" << element.m_spelled << ">\n";
 }
 
-void TWriter::StartTag(const char* element, const TAttributes& attributes) {
+void TWriter::StartTag(TName element, const TAttributes& attributes) {
     FinishParentTag();
     Indent();
-    m_out << '<' << element;
+    m_out << '<' << element.m_spelled;
     for (const auto& attribute : attributes) {
-        m_out << ' ' << attribute.first << "=\"" << EscapeXml(attribute.second) << '"';
+        m_out << ' ' << attribute.first.m_spelled << "=\"" << EscapeXml(attribute.second) << '"';
     }
 }
 
@@ -331,20 +259,20 @@ void TWriter::Value(const TCIMValue& value) {
     if (value.GetType() == kCIMTypeReference) {
         ValueReference(value);
     } else if (value.IsArray()) {
-        Open(NElem::kValueArray);
+        Open(NCimXml::kValueArray);
         for (const TCIMValue& element : value.GetElements()) {
-            TextElement(NElem::kValue, TAttributes(), element.ToString());
+            TextElement(NCimXml::kValue, TAttributes(), element.ToString());
         }
-        Close(NElem::kValueArray);
+        Close(NCimXml::kValueArray);
     } else {
-        TextElement(NElem::kValue, TAttributes(), value.ToString());
+        TextElement(NCimXml::kValue, TAttributes(), value.ToString());
     }
 }
 
 void TWriter::ValueReference(const TCIMReference& reference) {
-    Open(NElem::kValueReference);
+    Open(NCimXml::kValueReference);
     ReferencePath(reference);
-    Close(NElem::kValueReference);
+    Close(NCimXml::kValueReference);
 }
 
 // A reference in this namespace is written as a bare name, one in another namespace or in none
@@ -352,7 +280,7 @@ void TWriter::ValueReference(const TCIMReference& reference) {
 void TWriter::ReferencePath(const TCIMReference& reference) {
     const bool instance = !reference.GetKeys().empty();
     if (!reference.GetHost().empty()) {
-        const char* element = instance ? NElem::kInstancePath : NElem::kClassPath;
+        const TName element = instance ? TName(NCimXml::kInstancePath) : NCimXml::kClassPath;
         Open(element);
         NamespacePath(reference);
         ObjectName(reference);
@@ -360,7 +288,8 @@ void TWriter::ReferencePath(const TCIMReference& reference) {
     } else if (EqualNoCase(reference.GetNamespaceName(), m_namespaceName)) {
         ObjectName(reference);
     } else {
-        const char* element = instance ? NElem::kLocalInstancePath : NElem::kLocalClassPath;
+        const TName element =
+            instance ? TName(NCimXml::kLocalInstancePath) : NCimXml::kLocalClassPath;
         Open(element);
         LocalNamespacePath(reference.GetNamespaceName());
         ObjectName(reference);
@@ -369,42 +298,42 @@ void TWriter::ReferencePath(const TCIMReference& reference) {
 }
 
 void TWriter::NamespacePath(const TCIMReference& reference) {
-    Open(NElem::kNamespacePath);
-    TextElement(NElem::kHost, TAttributes(), reference.GetHost());
+    Open(NCimXml::kNamespacePath);
+    TextElement(NCimXml::kHost, TAttributes(), reference.GetHost());
     LocalNamespacePath(reference.GetNamespaceName());
-    Close(NElem::kNamespacePath);
+    Close(NCimXml::kNamespacePath);
 }
 
 // A path needs a namespace; a reference without one is relative to this one.
 void TWriter::LocalNamespacePath(const std::string& name) {
-    Open(NElem::kLocalNamespacePath);
+    Open(NCimXml::kLocalNamespacePath);
     for (const std::string& segment : NamespaceSegments(name.empty() ? m_namespaceName : name)) {
-        Empty(NElem::kNamespace, {{NAttr::kName, segment}});
+        Empty(NCimXml::kNamespace, {{NCimXml::kAttrName, segment}});
     }
-    Close(NElem::kLocalNamespacePath);
+    Close(NCimXml::kLocalNamespacePath);
 }
 
 // A reference without keys names a class.
 void TWriter::ObjectName(const TCIMReference& reference) {
     if (reference.GetKeys().empty()) {
-        Empty(NElem::kClassName, {{NAttr::kName, reference.GetClassName()}});
+        Empty(NCimXml::kClassName, {{NCimXml::kAttrName, reference.GetClassName()}});
         return;
     }
-    Open(NElem::kInstanceName, {{NAttr::kClassName, reference.GetClassName()}});
+    Open(NCimXml::kInstanceName, {{NCimXml::kAttrClassName, reference.GetClassName()}});
     for (const auto& key : reference.GetKeys()) {
         KeyBinding(key.first, key.second);
     }
-    Close(NElem::kInstanceName);
+    Close(NCimXml::kInstanceName);
 }
 
 void TWriter::KeyBinding(const std::string& name, const TCIMValue& value) {
-    Open(NElem::kKeyBinding, {{NAttr::kName, name}});
+    Open(NCimXml::kKeyBinding, {{NCimXml::kAttrName, name}});
     if (value.GetType() == kCIMTypeReference && !value.IsNull()) {
         ValueReference(value);
     } else {
-        TextElement(NElem::kKeyValue, KeyValueAttributes(value), value.ToString());
+        TextElement(NCimXml::kKeyValue, KeyValueAttributes(value), value.ToString());
     }
-    Close(NElem::kKeyBinding);
+    Close(NCimXml::kKeyBinding);
 }
 
 // The loader takes an array default only with a fixed size, so a default of any size is given
@@ -416,27 +345,27 @@ void TWriter::QualifierDecl(ICIMQualifierDecl& decl) {
     if (array && !value.IsNull() && size == 0) {
         size = static_cast<uint32_t>(value.GetElements().size());
     }
-    TAttributes attributes{{NAttr::kName, decl.GetName(TCIMOptions())},
-                           {NAttr::kType, TypeName(value.GetType())},
-                           {NAttr::kIsArray, array ? kTrue : kFalse}};
+    TAttributes attributes{{NCimXml::kAttrName, decl.GetName(TCIMOptions())},
+                           {NCimXml::kAttrType, TypeName(value.GetType())},
+                           {NCimXml::kAttrIsArray, array ? kTrue : kFalse}};
     AddArraySize(attributes, array ? size : 0);
     AddFlavors(attributes, decl.GetFlavor(TCIMOptions()));
-    Open(NElem::kQualifierDeclaration, attributes);
+    Open(NCimXml::kQualifierDeclaration, attributes);
     Scope(decl.GetScope(TCIMOptions()));
     if (!value.IsNull() && (!array || size != 0)) {
         Value(value);
     }
-    Close(NElem::kQualifierDeclaration);
+    Close(NCimXml::kQualifierDeclaration);
 }
 
 void TWriter::Scope(uint32_t scope) {
     TAttributes attributes;
-    for (const TScopeAttribute& attribute : kScopeAttributes) {
-        if ((scope & attribute.m_bit) != 0) {
+    for (const NCimXml::TBitAttribute& attribute : NCimXml::kScopeAttributes) {
+        if ((scope & attribute.m_bits) != 0) {
             attributes.emplace_back(attribute.m_name, kTrue);
         }
     }
-    Empty(NElem::kScope, attributes);
+    Empty(NCimXml::kScope, attributes);
 }
 
 // Inherited qualifiers come back with the inheritance, so only the element's own are written.
@@ -450,23 +379,23 @@ void TWriter::Qualifiers(ICIMNamedElement& element, ICIMNamedElement* inheritedF
 // The loader parses the value with the TYPE given here; a null value is the declaration's null.
 void TWriter::Qualifier(ICIMQualifier& qualifier) {
     const TCIMValue& value = qualifier.GetValue(TCIMOptions());
-    TAttributes attributes{{NAttr::kName, qualifier.GetName(TCIMOptions())}};
-    AddIfSet(attributes, NAttr::kType, TypeName(value.GetType()));
+    TAttributes attributes{{NCimXml::kAttrName, qualifier.GetName(TCIMOptions())}};
+    AddIfSet(attributes, NCimXml::kAttrType, TypeName(value.GetType()));
     AddFlavors(attributes, qualifier.GetFlavor(TCIMOptions()));
-    Open(NElem::kQualifier, attributes);
+    Open(NCimXml::kQualifier, attributes);
     if (!value.IsNull()) {
         Value(value);
     }
-    Close(NElem::kQualifier);
+    Close(NCimXml::kQualifier);
 }
 
 void TWriter::Class(ICIMClass& cimClass) {
     const boost::shared_ptr<ICIMClass> superClass = cimClass.GetSuperClass(TCIMOptions());
-    TAttributes attributes{{NAttr::kName, cimClass.GetName(TCIMOptions())}};
+    TAttributes attributes{{NCimXml::kAttrName, cimClass.GetName(TCIMOptions())}};
     if (superClass) {
-        attributes.emplace_back(NAttr::kSuperClass, superClass->GetName(TCIMOptions()));
+        attributes.emplace_back(NCimXml::kAttrSuperClass, superClass->GetName(TCIMOptions()));
     }
-    Open(NElem::kClass, attributes);
+    Open(NCimXml::kClass, attributes);
     Qualifiers(cimClass, superClass.get());
     for (const boost::shared_ptr<ICIMPropertyDecl>& decl :
          NSchemaView::OwnPropertyDecls(cimClass)) {
@@ -477,7 +406,7 @@ void TWriter::Class(ICIMClass& cimClass) {
     for (const boost::shared_ptr<ICIMMethodDecl>& method : NSchemaView::OwnMethodDecls(cimClass)) {
         Method(cimClass, *method);
     }
-    Close(NElem::kClass);
+    Close(NCimXml::kClass);
 }
 
 // A declaration in a class, with its qualifiers, or a value in an instance, without: the loader
@@ -486,7 +415,7 @@ void TWriter::Class(ICIMClass& cimClass) {
 void TWriter::Property(const std::string& name, const TCIMValue& value,
                        EEmbeddedObject embeddedObject, ICIMNamedElement* decl,
                        ICIMNamedElement* inheritedFrom) {
-    const char* element = PropertyElement(value.GetType());
+    const TName element = PropertyElement(value.GetType());
     Open(element, PropertyAttributes(name, value, embeddedObject));
     if (decl != nullptr) {
         Qualifiers(*decl, inheritedFrom);
@@ -499,15 +428,15 @@ void TWriter::Property(const std::string& name, const TCIMValue& value,
 
 void TWriter::Method(ICIMClass& cimClass, ICIMMethodDecl& method) {
     const std::string& name = method.GetName(TCIMOptions());
-    TAttributes attributes{{NAttr::kName, name}};
-    AddIfSet(attributes, NAttr::kType, TypeName(method.GetType(TCIMOptions())));
-    Open(NElem::kMethod, attributes);
+    TAttributes attributes{{NCimXml::kAttrName, name}};
+    AddIfSet(attributes, NCimXml::kAttrType, TypeName(method.GetType(TCIMOptions())));
+    Open(NCimXml::kMethod, attributes);
     Qualifiers(method, NSchemaView::OverriddenMethodDecl(cimClass, name).get());
     for (const boost::shared_ptr<ICIMParameterDecl>& parameter :
          NSchemaView::ParameterDecls(method)) {
         Parameter(*parameter);
     }
-    Close(NElem::kMethod);
+    Close(NCimXml::kMethod);
 }
 
 // The type names only the element type of an array and only that a reference is one; the shape
@@ -516,18 +445,19 @@ void TWriter::Parameter(ICIMParameterDecl& parameter) {
     const TCIMType type = parameter.GetType(TCIMOptions());
     const bool reference = type.GetElementType() == kCIMTypeReference;
     const bool array = type.IsArray() || parameter.IsArray(TCIMOptions());
-    TAttributes attributes{{NAttr::kName, parameter.GetName(TCIMOptions())}};
+    TAttributes attributes{{NCimXml::kAttrName, parameter.GetName(TCIMOptions())}};
     if (reference) {
-        AddIfSet(attributes, NAttr::kReferenceClass, parameter.GetReferenceClass(TCIMOptions()));
+        AddIfSet(attributes, NCimXml::kAttrReferenceClass,
+                 parameter.GetReferenceClass(TCIMOptions()));
     } else {
-        AddIfSet(attributes, NAttr::kType, TypeName(type));
+        AddIfSet(attributes, NCimXml::kAttrType, TypeName(type));
     }
     if (array) {
         AddArraySize(attributes, parameter.GetArraySize(TCIMOptions()));
     }
     // Servers write it on parameters as on properties, though the DTD has it only on the latter.
     AddEmbeddedObject(attributes, parameter.GetEmbeddedObject(TCIMOptions()));
-    const char* element = ParameterElement(reference, array);
+    const TName element = ParameterElement(reference, array);
     Open(element, attributes);
     Qualifiers(parameter, nullptr);
     Close(element);
@@ -535,13 +465,13 @@ void TWriter::Parameter(ICIMParameterDecl& parameter) {
 
 // Properties left at the class's default come back from the class.
 void TWriter::Instance(ICIMInstance& instance) {
-    Open(NElem::kInstance,
-         {{NAttr::kClassName, instance.GetClass(TCIMOptions())->GetName(TCIMOptions())}});
+    Open(NCimXml::kInstance,
+         {{NCimXml::kAttrClassName, instance.GetClass(TCIMOptions())->GetName(TCIMOptions())}});
     for (const boost::shared_ptr<ICIMProperty>& property : NSchemaView::SetProperties(instance)) {
         Property(property->GetName(TCIMOptions()), property->GetValue(TCIMOptions()),
                  property->GetEmbeddedObject(TCIMOptions()), nullptr, nullptr);
     }
-    Close(NElem::kInstance);
+    Close(NCimXml::kInstance);
 }
 
 } // namespace
