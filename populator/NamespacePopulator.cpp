@@ -18,15 +18,14 @@ void LogFailedParse(const std::string& path) {
                                       "Previous error was while parsing file '" + path + "'");
 }
 
-// Parses the whole buffer; a failed parse is logged with the file's path, and its status passed
-// on in a new exception.
+// Parses the whole buffer; a failed parse is logged with the file's path before it goes on.
 void ParseDocument(TCIMXMLParser& parser, const TDocumentBuffer& document,
                    const std::string& path) {
     try {
         parser.Parse(document.m_bytes.get(), document.m_length);
-    } catch (const TQRNException& error) {
+    } catch (const TQRNException&) {
         LogFailedParse(path);
-        throw TQRNException(error.GetStatus());
+        throw;
     }
 }
 
@@ -102,7 +101,7 @@ Load(const boost::shared_ptr<ICIMNamespace>& ns, const std::string& path, TLoadR
         report.m_status = error.GetStatus();
         report.m_failure = "parsing stopped at line " + std::to_string(parser.GetCurLine());
         LogFailedParse(path);
-        throw TQRNException(error.GetStatus());
+        throw;
     }
     report.m_tally = parser.GetTally();
     return (parser.*collected)();

@@ -16,10 +16,6 @@ const char kParserSwitchClass[] = "ZKV_ComputerSystem";
 const char kTypeMismatch[] = "Property type != property declaration type";
 const char kCouldntStore[] = "Couldn't store property ";
 
-void LogLookupFailure(const char* what, const std::string& name) {
-    TRootObject::GetCoreLogger()->Log(kLookupLogLevel, what + name);
-}
-
 // A value the instance refuses (a property its class lacks, a value of another type) is
 // reported rather than lost without a word.
 void StoreValue(TCIMXMLParser& parser, const TPropertyValue& property) {
@@ -44,21 +40,19 @@ void TCIMXMLParser::TStateInstance::ProcessAttributes(TCIMXMLParser& parser,
     if (m_className == kParserSwitchClass) {
         TOSSpecific::setQRNParser(true);
     }
-    try {
+    // No namespace, and no name, find no class either.
+    const boost::shared_ptr<ICIMClass> cimClass = LookUpOrLog(kCouldntFindClass, m_className, [&] {
         const boost::shared_ptr<ICIMNamespace> cimNamespace = parser.LockNamespace();
-        const boost::shared_ptr<ICIMClass> cimClass =
-            cimNamespace ? cimNamespace->GetClass(m_className, TCIMOptions())
-                         : boost::shared_ptr<ICIMClass>();
-        if (!cimClass) {
+        boost::shared_ptr<ICIMClass> found;
+        if (cimNamespace) {
+            found = cimNamespace->GetClass(m_className, TCIMOptions());
+        }
+        if (!found) {
             throw TQRNException(kQRNStatusNotFound);
         }
-        *m_slot = cimClass->CreateInstance(TCIMOptions());
-    } catch (const TQRNException& error) {
-        if (error.GetStatus() == kQRNStatusNotFound) {
-            LogLookupFailure(kCouldntFindClass, m_className);
-        }
-        throw TQRNException(error.GetStatus());
-    }
+        return found;
+    });
+    *m_slot = cimClass->CreateInstance(TCIMOptions());
 }
 
 // INSTANCE: QUALIFIER*, (PROPERTY | PROPERTY.ARRAY | PROPERTY.REFERENCE)*
@@ -118,12 +112,12 @@ void TCIMXMLParser::TStateProperty::CheckDeclaredType(TCIMXMLParser& parser,
                                                       TCIMValue::TCIMType type) {
     TCIMValue::TCIMType declared;
     try {
-        declared = DeclaredType();
+        declared =
+            LookUpOrLog(kCouldntFindProperty, m_property.m_name, [&] { return DeclaredType(); });
     } catch (const TQRNException& error) {
         if (error.GetStatus() != kQRNStatusNotFound) {
-            throw TQRNException(error.GetStatus());
+            throw;
         }
-        LogLookupFailure(kCouldntFindProperty, m_property.m_name);
         return;
     }
     if (ECIMType(declared) != ECIMType(type)) {

@@ -72,24 +72,19 @@ void TCIMXMLParser::TStateQualifier::StartElement(TCIMXMLParser& parser, const s
 // The declaration is looked up even where nothing is attached, so that a qualifier nobody
 // declared is always reported.
 void TCIMXMLParser::TStateQualifier::EndElement(TCIMXMLParser& parser, const std::string&) {
-    try {
-        boost::shared_ptr<ICIMQualifierDecl> declaration =
-            RequireNamespace(parser)->GetQualifierDecl(m_name, TCIMOptions());
-        // A propagated qualifier stays with the element it was inherited from. Nothing is
-        // attached to an owner that was not created: that is reported with the owner's element.
-        if (!m_propagated && m_owner) {
-            if (!m_valueSeen) {
-                m_value = TCIMValue(declaration->GetType(TCIMOptions()), 0);
-            }
-            m_owner->AddQualifier(
-                m_owner->CreateQualifier(std::move(declaration), m_value, m_flavor, TCIMOptions()),
-                TCIMOptions());
+    boost::shared_ptr<ICIMQualifierDecl> declaration =
+        LookUpOrLog(kCouldntFindQualifier, m_name, [&] {
+            return RequireNamespace(parser)->GetQualifierDecl(m_name, TCIMOptions());
+        });
+    // A propagated qualifier stays with the element it was inherited from. Nothing is attached
+    // to an owner that was not created: that is reported with the owner's element.
+    if (!m_propagated && m_owner) {
+        if (!m_valueSeen) {
+            m_value = TCIMValue(declaration->GetType(TCIMOptions()), 0);
         }
-    } catch (const TQRNException& error) {
-        if (error.GetStatus() == kQRNStatusNotFound) {
-            TRootObject::GetCoreLogger()->Log(kLookupLogLevel, kCouldntFindQualifier + m_name);
-        }
-        throw TQRNException(error.GetStatus());
+        m_owner->AddQualifier(
+            m_owner->CreateQualifier(std::move(declaration), m_value, m_flavor, TCIMOptions()),
+            TCIMOptions());
     }
     parser.PopState();
 }

@@ -47,18 +47,24 @@ inline int32_t AdvancePathPart(TCIMXMLParser& parser, int32_t& phase, const std:
     return phase++;
 }
 
-// Looks a class up by name. One the namespace lacks is logged before the failure goes on, so
-// that a class, instance or declaration that needed it is not left out without a word.
-inline boost::shared_ptr<ICIMClass>
-GetClassOrLog(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const std::string& name) {
+// Runs a lookup of the name. A name it does not find (status 6) is logged with the message before
+// the failure goes on, so that whatever needed the name is not left out without a word.
+template <class TLookup>
+auto LookUpOrLog(const char* message, const std::string& name, const TLookup& lookup) {
     try {
-        return cimNamespace->GetClass(name, TCIMOptions());
+        return lookup();
     } catch (const TQRNException& error) {
         if (error.GetStatus() == kQRNStatusNotFound) {
-            TRootObject::GetCoreLogger()->Log(kLookupLogLevel, kCouldntFindClass + name);
+            TRootObject::GetCoreLogger()->Log(kLookupLogLevel, message + name);
         }
         throw;
     }
+}
+
+inline boost::shared_ptr<ICIMClass>
+GetClassOrLog(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const std::string& name) {
+    return LookUpOrLog(kCouldntFindClass, name,
+                       [&] { return cimNamespace->GetClass(name, TCIMOptions()); });
 }
 
 // Looks up the class a reference in a class names: one the namespace holds, else the class
