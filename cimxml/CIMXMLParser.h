@@ -93,7 +93,6 @@ public:
     class TStateValueObject;
     class TStateValueNamedObject;
     class TStateValueObjectWithPath;
-    class TStateValueObjectWithLocalPath;
     class TStateValueNamedInstance;
     // Requests.h
     class TStateMessage;

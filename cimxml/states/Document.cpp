@@ -103,10 +103,9 @@ void TCIMXMLParser::TStateDeclGroupWithName::StartElement(TCIMXMLParser& parser,
 void TCIMXMLParser::TStateDeclGroupWithPath::StartElement(TCIMXMLParser& parser,
                                                           const std::string& name,
                                                           TAttributeMap& attributes) {
-    if (name == kValueObjectWithPath) {
-        parser.PushState(new (parser) TStateValueObjectWithPath(), attributes);
-    } else if (name == kValueObjectWithLocalPath) {
-        parser.PushState(new (parser) TStateValueObjectWithLocalPath(), attributes);
+    if (name == kValueObjectWithPath || name == kValueObjectWithLocalPath) {
+        const bool local = name == kValueObjectWithLocalPath;
+        parser.PushState(new (parser) TStateValueObjectWithPath(local), attributes);
     } else {
         parser.RejectElement(name);
     }

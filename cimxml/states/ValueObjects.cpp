@@ -134,17 +134,15 @@ void TCIMXMLParser::TStateValueNamedObject::EndElement(TCIMXMLParser& parser, co
 }
 
 // VALUE.OBJECTWITHPATH: (CLASSPATH, CLASS) | (INSTANCEPATH, INSTANCE)
+// VALUE.OBJECTWITHLOCALPATH: (LOCALCLASSPATH, CLASS) | (LOCALINSTANCEPATH, INSTANCE)
 void TCIMXMLParser::TStateValueObjectWithPath::StartElement(TCIMXMLParser& parser,
                                                             const std::string& name,
                                                             TAttributeMap& attributes) {
-    if (m_phase == 0 && name == kClassPath) {
-        m_phase = 1;
-        parser.PushState(new (parser) TStateClassPath(&m_host, &m_namespace, &m_className),
-                         attributes);
-    } else if (m_phase == 0 && name == kInstancePath) {
-        m_phase = 2;
-        parser.PushState(new (parser) TStateInstancePath(&m_host, &m_namespace, &m_instancePath),
-                         attributes);
+    const TName classPath = m_local ? TName(kLocalClassPath) : kClassPath;
+    const TName instancePath = m_local ? TName(kLocalInstancePath) : kInstancePath;
+    if (m_phase == 0 && (name == classPath || name == instancePath)) {
+        m_phase = name == classPath ? 1 : 2;
+        parser.PushState(NewPathState(parser, m_phase == 2), attributes);
     } else if ((m_phase == 1 && name == kClass) || (m_phase == 2 && name == kInstance)) {
         m_phase = 3;
         m_object.Push(parser, name, attributes);
@@ -160,30 +158,19 @@ void TCIMXMLParser::TStateValueObjectWithPath::EndElement(TCIMXMLParser& parser,
     m_object.End(parser, m_phase == 3, TWrappedObject::kCommitAndCollect);
 }
 
-// VALUE.OBJECTWITHLOCALPATH: (LOCALCLASSPATH, CLASS) | (LOCALINSTANCEPATH, INSTANCE)
-void TCIMXMLParser::TStateValueObjectWithLocalPath::StartElement(TCIMXMLParser& parser,
-                                                                 const std::string& name,
-                                                                 TAttributeMap& attributes) {
-    if (m_phase == 0 && name == kLocalClassPath) {
-        m_phase = 1;
-        parser.PushState(new (parser) TStateLocalClassPath(&m_namespace, &m_className), attributes);
-    } else if (m_phase == 0 && name == kLocalInstancePath) {
-        m_phase = 2;
-        parser.PushState(new (parser) TStateLocalInstancePath(&m_namespace, &m_instancePath),
-                         attributes);
-    } else if ((m_phase == 1 && name == kClass) || (m_phase == 2 && name == kInstance)) {
-        m_phase = 3;
-        m_object.Push(parser, name, attributes);
-    } else if (m_phase >= 0 && m_phase <= 3) {
-        parser.RejectElement(name);
-    } else {
-        parser.ReportStateCorrupt();
+// The four path states fill the same fields; a local path has no host.
+TCIMXMLParser::TParseState*
+TCIMXMLParser::TStateValueObjectWithPath::NewPathState(TCIMXMLParser& parser, bool instance) {
+    if (instance) {
+        if (m_local) {
+            return new (parser) TStateLocalInstancePath(&m_namespace, &m_instancePath);
+        }
+        return new (parser) TStateInstancePath(&m_host, &m_namespace, &m_instancePath);
     }
-}
-
-void TCIMXMLParser::TStateValueObjectWithLocalPath::EndElement(TCIMXMLParser& parser,
-                                                               const std::string&) {
-    m_object.End(parser, m_phase == 3, TWrappedObject::kCommitAndCollect);
+    if (m_local) {
+        return new (parser) TStateLocalClassPath(&m_namespace, &m_className);
+    }
+    return new (parser) TStateClassPath(&m_host, &m_namespace, &m_className);
 }
 
 // VALUE.NAMEDINSTANCE: INSTANCENAME, INSTANCE

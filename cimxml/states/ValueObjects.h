@@ -6,7 +6,7 @@
 // | VALUE.NAMEDOBJECT         | CLASS | (INSTANCENAME, INSTANCE) | -          | TStateValueNamedObject         |
 // | VALUE.OBJECTWITHPATH      | (CLASSPATH, CLASS) |             | -          | TStateValueObjectWithPath      |
 // |                           |  (INSTANCEPATH, INSTANCE)        |            |                                |
-// | VALUE.OBJECTWITHLOCALPATH | (LOCALCLASSPATH, CLASS) |        | -          | TStateValueObjectWithLocalPath |
+// | VALUE.OBJECTWITHLOCALPATH | (LOCALCLASSPATH, CLASS) |        | -          | TStateValueObjectWithPath      |
 // |                           |  (LOCALINSTANCEPATH, INSTANCE)   |            |                                |
 // | VALUE.NAMEDINSTANCE       | INSTANCENAME, INSTANCE           | -          | TStateValueNamedInstance       |
 //
@@ -74,38 +74,24 @@ private:
     TCIMReference m_instanceName;
 };
 
-// VALUE.OBJECTWITHPATH:
+// VALUE.OBJECTWITHPATH, and VALUE.OBJECTWITHLOCALPATH with the local paths:
 //   phase 0: CLASSPATH (to phase 1) | INSTANCEPATH (to phase 2)
 //   phase 1: CLASS
 //   phase 2: INSTANCE
 //   phase 3: nothing more; the end commits and collects
 class TCIMXMLParser::TStateValueObjectWithPath : public TCIMXMLParser::TParseState {
 public:
+    explicit TStateValueObjectWithPath(bool local) : m_local(local) {}
     void StartElement(TCIMXMLParser& parser, const std::string& name,
                       TAttributeMap& attributes) override;
     void EndElement(TCIMXMLParser& parser, const std::string& name) override;
 
 private:
+    TParseState* NewPathState(TCIMXMLParser& parser, bool instance);
+
+    const bool m_local;
     TWrappedObject m_object;
     std::string m_host;
-    std::string m_namespace;
-    std::string m_className;
-    TCIMReference m_instancePath;
-};
-
-// VALUE.OBJECTWITHLOCALPATH:
-//   phase 0: LOCALCLASSPATH (to phase 1) | LOCALINSTANCEPATH (to phase 2)
-//   phase 1: CLASS
-//   phase 2: INSTANCE
-//   phase 3: nothing more; the end commits and collects
-class TCIMXMLParser::TStateValueObjectWithLocalPath : public TCIMXMLParser::TParseState {
-public:
-    void StartElement(TCIMXMLParser& parser, const std::string& name,
-                      TAttributeMap& attributes) override;
-    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
-
-private:
-    TWrappedObject m_object;
     std::string m_namespace;
     std::string m_className;
     TCIMReference m_instancePath;
