@@ -3,10 +3,10 @@
 
 #include "cimxml/Names.h"
 #include "cimxml/states/InstanceNames.h"
-#include "cimxml/states/Instances.h"
 #include "cimxml/states/Methods.h"
 #include "cimxml/states/Qualifiers.h"
 #include "cimxml/states/Support.h"
+#include "cimxml/states/Values.h"
 
 namespace NQRN20 {
 

@@ -1,4 +1,4 @@
-// The states of instances, their property values, and values wherever a value is expected.
+// The states of instances and their property values.
 //
 // | element            | content model                 | attributes          | class                   |
 // |--------------------|-------------------------------|---------------------|-------------------------|
@@ -14,9 +14,6 @@
 // | PROPERTY.REFERENCE | (QUALIFIER |                  | name, classorigin,  | TStatePropertyReference |
 // |                    |  VALUE.REFERENCE)*            | propagated,         |                         |
 // |                    |                               | referenceclass      |                         |
-// | VALUE              | #PCDATA                       | -                   | TStateValue             |
-// | VALUE.ARRAY        | VALUE*                        | -                   | TStateValueArray        |
-// | (any)              | anything                      | -                   | TStateSkip              |
 //
 // The instance is created from its class as soon as the INSTANCE start tag is read; each
 // property stores its value when its element ends. Qualifiers of instances and their properties
@@ -113,45 +110,6 @@ public:
 private:
     TPropertyValue m_property;
     std::string m_referenceClass;
-};
-
-// VALUE: its text, converted to the type its parent gives, goes to the parent's target.
-class TCIMXMLParser::TStateValue : public TCIMXMLParser::TParseState {
-public:
-    TStateValue(TCIMXMLParser& parser, TCIMValue* target, TCIMValue::TCIMType type);
-    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
-
-private:
-    TCIMValue* m_target;
-    TCIMValue::TCIMType m_type;
-};
-
-// VALUE.ARRAY: VALUE*; the values, each converted to the element type, become one array value.
-class TCIMXMLParser::TStateValueArray : public TCIMXMLParser::TParseState {
-public:
-    TStateValueArray(TCIMValue* target, TCIMValue::TCIMType type, uint32_t arraySize)
-        : m_target(target), m_type(type), m_arraySize(arraySize) {}
-    void StartElement(TCIMXMLParser& parser, const std::string& name,
-                      TAttributeMap& attributes) override;
-    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
-
-private:
-    TCIMValue* m_target;
-    TCIMValue::TCIMType m_type;
-    uint32_t m_arraySize;
-    std::vector<TCIMValue> m_elements;
-};
-
-// Any element whose content has no effect: counts the elements nested in it and pops itself at
-// its own end, so that nothing inside reaches the state below.
-class TCIMXMLParser::TStateSkip : public TCIMXMLParser::TParseState {
-public:
-    void StartElement(TCIMXMLParser& parser, const std::string& name,
-                      TAttributeMap& attributes) override;
-    void EndElement(TCIMXMLParser& parser, const std::string& name) override;
-
-private:
-    uint32_t m_depth = 0;
 };
 
 } // namespace NQRN20

@@ -2,9 +2,9 @@
 #include "cimxml/states/Methods.h"
 
 #include "cimxml/Names.h"
-#include "cimxml/states/Instances.h"
 #include "cimxml/states/Qualifiers.h"
 #include "cimxml/states/Support.h"
+#include "cimxml/states/Values.h"
 
 namespace NQRN20 {
 

@@ -2,8 +2,8 @@
 #include "cimxml/states/Qualifiers.h"
 
 #include "cimxml/Names.h"
-#include "cimxml/states/Instances.h"
 #include "cimxml/states/Support.h"
+#include "cimxml/states/Values.h"
 #include "core/Text.h"
 
 namespace NQRN20 {
