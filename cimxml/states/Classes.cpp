@@ -73,6 +73,7 @@ void EndPropertyDecl(TCIMXMLParser& parser, TPropertyDeclFields& fields, TMakeDe
 
 } // namespace
 
+// CLASS: QUALIFIER*, (PROPERTY | PROPERTY.ARRAY | PROPERTY.REFERENCE)*, METHOD*
 // The class is created at once, so that its children can add to it; the parent commits it.
 // Without a superclass the lookup is of the empty name, which finds nothing and throws nothing.
 void TCIMXMLParser::TStateClass::ProcessAttributes(TCIMXMLParser& parser,
@@ -90,7 +91,6 @@ void TCIMXMLParser::TStateClass::ProcessAttributes(TCIMXMLParser& parser,
     *m_slot = m_class;
 }
 
-// CLASS: QUALIFIER*, (PROPERTY | PROPERTY.ARRAY | PROPERTY.REFERENCE)*, METHOD*
 // Each phase passes a child it does not take on to the next, so the phase has advanced when a
 // child is finally rejected. A class that was not created still hands its empty handle on: its
 // children cope with it.
@@ -130,6 +130,7 @@ void TCIMXMLParser::TStateClass::StartElement(TCIMXMLParser& parser, const std::
     }
 }
 
+// PROPERTY: (QUALIFIER | VALUE)*
 void TCIMXMLParser::TStatePropertyDecl::ProcessAttributes(TCIMXMLParser& parser,
                                                           TAttributeMap& attributes) {
     DeclareProperty(parser, m_fields, attributes, [&](TAttributeMap::iterator& it) {
@@ -138,7 +139,6 @@ void TCIMXMLParser::TStatePropertyDecl::ProcessAttributes(TCIMXMLParser& parser,
     });
 }
 
-// PROPERTY: (QUALIFIER | VALUE)*
 void TCIMXMLParser::TStatePropertyDecl::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                      TAttributeMap& attributes) {
     StartPropertyDeclChild(parser, m_fields, name, attributes, kValue, [&] {
@@ -150,6 +150,7 @@ void TCIMXMLParser::TStatePropertyDecl::EndElement(TCIMXMLParser& parser, const 
     EndPropertyDecl(parser, m_fields, [&] { return TCIMValue(m_fields.m_type, 0); });
 }
 
+// PROPERTY.ARRAY: (QUALIFIER | VALUE.ARRAY)*
 void TCIMXMLParser::TStatePropertyArrayDecl::ProcessAttributes(TCIMXMLParser& parser,
                                                                TAttributeMap& attributes) {
     DeclareProperty(parser, m_fields, attributes, [&](TAttributeMap::iterator& it) {
@@ -159,7 +160,6 @@ void TCIMXMLParser::TStatePropertyArrayDecl::ProcessAttributes(TCIMXMLParser& pa
     });
 }
 
-// PROPERTY.ARRAY: (QUALIFIER | VALUE.ARRAY)*
 void TCIMXMLParser::TStatePropertyArrayDecl::StartElement(TCIMXMLParser& parser,
                                                           const std::string& name,
                                                           TAttributeMap& attributes) {
@@ -174,6 +174,7 @@ void TCIMXMLParser::TStatePropertyArrayDecl::EndElement(TCIMXMLParser& parser, c
                     [&] { return TCIMValue(m_fields.m_type.GetArrayType(), m_arraySize); });
 }
 
+// PROPERTY.REFERENCE: (QUALIFIER | VALUE.REFERENCE)*
 void TCIMXMLParser::TStatePropertyReferenceDecl::ProcessAttributes(TCIMXMLParser& parser,
                                                                    TAttributeMap& attributes) {
     DeclareProperty(parser, m_fields, attributes, [&](TAttributeMap::iterator& it) {
@@ -181,7 +182,6 @@ void TCIMXMLParser::TStatePropertyReferenceDecl::ProcessAttributes(TCIMXMLParser
     });
 }
 
-// PROPERTY.REFERENCE: (QUALIFIER | VALUE.REFERENCE)*
 void TCIMXMLParser::TStatePropertyReferenceDecl::StartElement(TCIMXMLParser& parser,
                                                               const std::string& name,
                                                               TAttributeMap& attributes) {

@@ -17,6 +17,7 @@ enum EDeclGroupPhase { kPhasePath = 0, kPhaseQualifierDeclarations = 1, kPhaseOb
 
 } // namespace
 
+// CIM: (DECLARATION | MESSAGE)*
 void TCIMXMLParser::TStateCIM::StartElement(TCIMXMLParser& parser, const std::string& name,
                                             TAttributeMap& attributes) {
     if (name == kDeclaration) {
@@ -30,6 +31,7 @@ void TCIMXMLParser::TStateCIM::StartElement(TCIMXMLParser& parser, const std::st
 
 void TCIMXMLParser::TStateCIM::ProcessAttributes(TCIMXMLParser&, TAttributeMap&) {}
 
+// DECLARATION: (DECLGROUP | DECLGROUP.WITHNAME | DECLGROUP.WITHPATH)*
 void TCIMXMLParser::TStateDeclaration::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                     TAttributeMap& attributes) {
     if (name == kDeclGroup) {
@@ -87,12 +89,15 @@ void StartDeclGroupChild(TCIMXMLParser& parser, int32_t& phase, std::string& hos
 
 } // namespace
 
+// DECLGROUP: (NAMESPACEPATH | LOCALNAMESPACEPATH)?, QUALIFIER.DECLARATION*, VALUE.OBJECT*
 void TCIMXMLParser::TStateDeclGroup::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                   TAttributeMap& attributes) {
     StartDeclGroupChild<TStateValueObject>(parser, m_phase, m_host, m_namespace, name, attributes,
                                            kValueObject);
 }
 
+// DECLGROUP.WITHNAME: (NAMESPACEPATH | LOCALNAMESPACEPATH)?, QUALIFIER.DECLARATION*,
+//                     VALUE.NAMEDOBJECT*
 void TCIMXMLParser::TStateDeclGroupWithName::StartElement(TCIMXMLParser& parser,
                                                           const std::string& name,
                                                           TAttributeMap& attributes) {
@@ -100,6 +105,7 @@ void TCIMXMLParser::TStateDeclGroupWithName::StartElement(TCIMXMLParser& parser,
                                                 attributes, kValueNamedObject);
 }
 
+// DECLGROUP.WITHPATH: (VALUE.OBJECTWITHPATH | VALUE.OBJECTWITHLOCALPATH)*
 void TCIMXMLParser::TStateDeclGroupWithPath::StartElement(TCIMXMLParser& parser,
                                                           const std::string& name,
                                                           TAttributeMap& attributes) {

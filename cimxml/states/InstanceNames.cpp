@@ -172,23 +172,23 @@ void TCIMXMLParser::TStateKeyBinding::AddConvertedKey(TCIMXMLParser& parser) {
     parser.FatalError(NoKeyProperties(m_class->GetName(TCIMOptions())));
 }
 
+// KEYVALUE: #PCDATA
 TCIMXMLParser::TStateKeyValue::TStateKeyValue(TCIMXMLParser& parser, std::string* text)
     : m_text(text) {
     parser.BeginText();
 }
 
-// KEYVALUE: #PCDATA
 void TCIMXMLParser::TStateKeyValue::EndElement(TCIMXMLParser& parser, const std::string&) {
     *m_text = parser.EndText();
     parser.PopState();
 }
 
+// VALUE.REFERENCE: CLASSPATH | LOCALCLASSPATH | CLASSNAME | INSTANCEPATH | LOCALINSTANCEPATH
+//                  | INSTANCENAME, any of them, any number of times
 TCIMXMLParser::TStateValueReference::TStateValueReference(TCIMValue* value)
     : m_value(value),
       m_reference(boost::shared_ptr<ICIMNamespace>(), std::map<std::string, TCIMValue>()) {}
 
-// VALUE.REFERENCE: CLASSPATH | LOCALCLASSPATH | CLASSNAME | INSTANCEPATH | LOCALINSTANCEPATH
-//                  | INSTANCENAME, any of them, any number of times
 void TCIMXMLParser::TStateValueReference::StartElement(TCIMXMLParser& parser,
                                                        const std::string& name,
                                                        TAttributeMap& attributes) {

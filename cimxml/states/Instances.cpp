@@ -33,6 +33,7 @@ void StoreValue(TCIMXMLParser& parser, const TPropertyValue& property) {
 
 } // namespace
 
+// INSTANCE: QUALIFIER*, (PROPERTY | PROPERTY.ARRAY | PROPERTY.REFERENCE)*
 void TCIMXMLParser::TStateInstance::ProcessAttributes(TCIMXMLParser& parser,
                                                       TAttributeMap& attributes) {
     for (auto it = attributes.begin(); it != attributes.end(); ++it) {
@@ -56,7 +57,6 @@ void TCIMXMLParser::TStateInstance::ProcessAttributes(TCIMXMLParser& parser,
     *m_slot = cimClass->CreateInstance(TCIMOptions());
 }
 
-// INSTANCE: QUALIFIER*, (PROPERTY | PROPERTY.ARRAY | PROPERTY.REFERENCE)*
 // The properties of an instance that was not created are skipped: its failure was reported.
 void TCIMXMLParser::TStateInstance::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                  TAttributeMap& attributes) {
@@ -85,6 +85,7 @@ void TCIMXMLParser::TStateInstance::StartElement(TCIMXMLParser& parser, const st
     }
 }
 
+// PROPERTY: (QUALIFIER | VALUE)*
 TCIMValue::TCIMType TCIMXMLParser::TStateProperty::DeclaredType() {
     if (!m_declaredTypeKnown) {
         m_declaredType = m_property.m_instance->GetProperty(m_property.m_name, TCIMOptions())
@@ -126,7 +127,6 @@ void TCIMXMLParser::TStateProperty::CheckDeclaredType(TCIMXMLParser& parser,
     }
 }
 
-// PROPERTY: (QUALIFIER | VALUE)*
 // Any other child means the property is over: it is stored, and the child goes to the
 // INSTANCE state, which is on top again; status 36 tells the tokenizer so.
 void TCIMXMLParser::TStateProperty::StartElement(TCIMXMLParser& parser, const std::string& name,
@@ -175,6 +175,7 @@ void TCIMXMLParser::TStateProperty::EndElement(TCIMXMLParser& parser, const std:
     parser.PopState();
 }
 
+// PROPERTY.ARRAY: (QUALIFIER | VALUE.ARRAY)*
 void TCIMXMLParser::TStatePropertyArray::ProcessAttributes(TCIMXMLParser& parser,
                                                            TAttributeMap& attributes) {
     for (auto it = attributes.begin(); it != attributes.end(); ++it) {
@@ -186,7 +187,6 @@ void TCIMXMLParser::TStatePropertyArray::ProcessAttributes(TCIMXMLParser& parser
     }
 }
 
-// PROPERTY.ARRAY: (QUALIFIER | VALUE.ARRAY)*
 void TCIMXMLParser::TStatePropertyArray::StartElement(TCIMXMLParser& parser,
                                                       const std::string& name,
                                                       TAttributeMap& attributes) {
@@ -209,6 +209,7 @@ void TCIMXMLParser::TStatePropertyArray::EndElement(TCIMXMLParser& parser, const
     parser.PopState();
 }
 
+// PROPERTY.REFERENCE: (QUALIFIER | VALUE.REFERENCE)*
 // Asks the class for the property only to report early that it does not declare it.
 void TCIMXMLParser::TStatePropertyReference::ProcessAttributes(TCIMXMLParser& parser,
                                                                TAttributeMap& attributes) {
@@ -222,7 +223,6 @@ void TCIMXMLParser::TStatePropertyReference::ProcessAttributes(TCIMXMLParser& pa
         ->GetPropertyDecl(m_property.m_name, TCIMOptions());
 }
 
-// PROPERTY.REFERENCE: (QUALIFIER | VALUE.REFERENCE)*
 void TCIMXMLParser::TStatePropertyReference::StartElement(TCIMXMLParser& parser,
                                                           const std::string& name,
                                                           TAttributeMap& attributes) {

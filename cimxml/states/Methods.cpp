@@ -99,6 +99,7 @@ void EndParameter(TCIMXMLParser& parser, TParameterFields& fields, EParameterKin
 
 } // namespace
 
+// METHOD: (QUALIFIER | PARAMETER | PARAMETER.REFERENCE | PARAMETER.ARRAY | PARAMETER.REFARRAY)*
 void TCIMXMLParser::TStateMethod::ProcessAttributes(TCIMXMLParser& parser,
                                                     TAttributeMap& attributes) {
     for (auto it = attributes.begin(); it != attributes.end(); ++it) {
@@ -110,7 +111,6 @@ void TCIMXMLParser::TStateMethod::ProcessAttributes(TCIMXMLParser& parser,
     }
 }
 
-// METHOD: (QUALIFIER | PARAMETER | PARAMETER.REFERENCE | PARAMETER.ARRAY | PARAMETER.REFARRAY)*
 void TCIMXMLParser::TStateMethod::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                TAttributeMap& attributes) {
     if (name == kParameter) {
@@ -139,6 +139,7 @@ void TCIMXMLParser::TStateMethod::EndElement(TCIMXMLParser& parser, const std::s
     parser.PopState();
 }
 
+// PARAMETER: (QUALIFIER | VALUE | VALUE.ARRAY)*
 void TCIMXMLParser::TStateParameter::ProcessAttributes(TCIMXMLParser& parser,
                                                        TAttributeMap& attributes) {
     DeclareParameter(parser, m_fields, kScalarParameter, attributes);
@@ -153,6 +154,7 @@ void TCIMXMLParser::TStateParameter::EndElement(TCIMXMLParser& parser, const std
     EndParameter(parser, m_fields, kScalarParameter);
 }
 
+// PARAMETER.REFERENCE: (QUALIFIER | VALUE.ARRAY)*
 void TCIMXMLParser::TStateParameterReference::ProcessAttributes(TCIMXMLParser& parser,
                                                                 TAttributeMap& attributes) {
     DeclareParameter(parser, m_fields, kReferenceParameter, attributes);
@@ -169,6 +171,7 @@ void TCIMXMLParser::TStateParameterReference::EndElement(TCIMXMLParser& parser,
     EndParameter(parser, m_fields, kReferenceParameter);
 }
 
+// PARAMETER.ARRAY: (QUALIFIER | VALUE | VALUE.ARRAY)*
 void TCIMXMLParser::TStateParameterArray::ProcessAttributes(TCIMXMLParser& parser,
                                                             TAttributeMap& attributes) {
     DeclareParameter(parser, m_fields, kArrayParameter, attributes);
@@ -184,6 +187,7 @@ void TCIMXMLParser::TStateParameterArray::EndElement(TCIMXMLParser& parser, cons
     EndParameter(parser, m_fields, kArrayParameter);
 }
 
+// PARAMETER.REFARRAY: (QUALIFIER | VALUE.ARRAY)*
 void TCIMXMLParser::TStateParameterRefArray::ProcessAttributes(TCIMXMLParser& parser,
                                                                TAttributeMap& attributes) {
     DeclareParameter(parser, m_fields, kRefArrayParameter, attributes);

@@ -53,16 +53,17 @@ void TCIMXMLParser::TStateLocalNamespacePath::EndElement(TCIMXMLParser& parser,
     parser.PopState();
 }
 
+// HOST: #PCDATA
 TCIMXMLParser::TStateHost::TStateHost(TCIMXMLParser& parser, std::string* host) : m_host(host) {
     parser.BeginText();
 }
 
-// HOST: #PCDATA
 void TCIMXMLParser::TStateHost::EndElement(TCIMXMLParser& parser, const std::string&) {
     *m_host = parser.EndText();
     parser.PopState();
 }
 
+// NAMESPACE: EMPTY
 void TCIMXMLParser::TStateNamespace::ProcessAttributes(TCIMXMLParser& parser,
                                                        TAttributeMap& attributes) {
     for (auto it = attributes.begin(); it != attributes.end(); ++it) {

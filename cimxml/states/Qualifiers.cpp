@@ -43,6 +43,7 @@ boost::shared_ptr<ICIMNamespace> RequireNamespace(TCIMXMLParser& parser) {
 
 } // namespace
 
+// QUALIFIER: (VALUE | VALUE.ARRAY)*
 void TCIMXMLParser::TStateQualifier::ProcessAttributes(TCIMXMLParser& parser,
                                                        TAttributeMap& attributes) {
     for (auto it = attributes.begin(); it != attributes.end(); ++it) {
@@ -54,7 +55,6 @@ void TCIMXMLParser::TStateQualifier::ProcessAttributes(TCIMXMLParser& parser,
     }
 }
 
-// QUALIFIER: (VALUE | VALUE.ARRAY)*
 // The value is parsed with the qualifier's own type, whatever its declaration says.
 void TCIMXMLParser::TStateQualifier::StartElement(TCIMXMLParser& parser, const std::string& name,
                                                   TAttributeMap& attributes) {
@@ -89,6 +89,7 @@ void TCIMXMLParser::TStateQualifier::EndElement(TCIMXMLParser& parser, const std
     parser.PopState();
 }
 
+// QUALIFIER.DECLARATION: SCOPE, (VALUE | VALUE.ARRAY)*
 // The array bit is added only after the walk, so the attributes may come in any order.
 void TCIMXMLParser::TStateQualifierDeclaration::ProcessAttributes(TCIMXMLParser& parser,
                                                                   TAttributeMap& attributes) {
@@ -108,7 +109,6 @@ void TCIMXMLParser::TStateQualifierDeclaration::ProcessAttributes(TCIMXMLParser&
     }
 }
 
-// QUALIFIER.DECLARATION: SCOPE, (VALUE | VALUE.ARRAY)*
 void TCIMXMLParser::TStateQualifierDeclaration::StartElement(TCIMXMLParser& parser,
                                                              const std::string& name,
                                                              TAttributeMap& attributes) {
@@ -168,6 +168,7 @@ void TCIMXMLParser::TStateQualifierDeclaration::EndElement(TCIMXMLParser& parser
     parser.PopState();
 }
 
+// SCOPE: EMPTY
 void TCIMXMLParser::TStateScope::ProcessAttributes(TCIMXMLParser& parser,
                                                    TAttributeMap& attributes) {
     for (const auto& attribute : attributes) {
