@@ -56,7 +56,8 @@ void StartPropertyDeclChild(TCIMXMLParser& parser, TPropertyDeclFields& fields,
 
 // A declaration the core refused is reported here; one of a class that was not created is
 // not, since the class's parent reports the class. Otherwise the default, or the null value
-// makeDefault builds, is set and the declaration committed.
+// makeDefault builds, is set and the declaration committed. A commit the core refuses (a type
+// other than the inherited property's) is reported too, lest the declaration vanish unseen.
 template <class TMakeDefault>
 void EndPropertyDecl(TCIMXMLParser& parser, TPropertyDeclFields& fields, TMakeDefault makeDefault) {
     if (fields.m_declaration) {
@@ -64,7 +65,11 @@ void EndPropertyDecl(TCIMXMLParser& parser, TPropertyDeclFields& fields, TMakeDe
             fields.m_value = makeDefault();
         }
         fields.m_declaration->SetValue(fields.m_value, TCIMOptions());
-        CommitAllowingDuplicate(fields.m_declaration);
+        try {
+            CommitAllowingDuplicate(fields.m_declaration);
+        } catch (const TQRNException& error) {
+            parser.FatalError(kCouldntDeclareProperty + fields.m_name + ": " + error.what());
+        }
     } else if (!fields.m_class.expired()) {
         parser.FatalError(kCouldntDeclareProperty + fields.m_name);
     }
