@@ -202,6 +202,33 @@ std::string EmbeddedQualifier(EEmbeddedObject kind, ICIMNamedElement& element) {
                                      : std::string(kEmbeddedObjectQualifier);
 }
 
+} // namespace
+
+std::vector<std::string> ScopeKeywords(uint32_t scope) {
+    if (scope == ICIMQualifierDecl::kScopeAny) {
+        return {"any"};
+    }
+    std::vector<std::string> keywords;
+    for (const auto& kind : kScopes) {
+        if ((scope & kind.m_bit) != 0) {
+            keywords.push_back(kind.m_name);
+        }
+    }
+    return keywords;
+}
+
+std::vector<std::string> FlavorKeywords(uint32_t flavor) {
+    std::vector<std::string> keywords;
+    for (const auto& bit : kFlavors) {
+        const bool set = (flavor & bit.m_bit) != 0;
+        if (set || bit.m_clear != nullptr) {
+            keywords.push_back(set ? bit.m_set : bit.m_clear);
+        }
+    }
+    return keywords;
+}
+
+// MOF has no form for an empty scope; "any" is its word for all of them.
 void WriteQualifierDecl(ICIMQualifierDecl& declaration, std::ostream& out) {
     const TCIMValue& value = declaration.GetValue(TCIMOptions());
     const TCIMValue::TCIMType type = declaration.GetType(TCIMOptions());
@@ -210,26 +237,10 @@ void WriteQualifierDecl(ICIMQualifierDecl& declaration, std::ostream& out) {
     if (!value.IsNull()) {
         out << " = " << Literal(value);
     }
-    // MOF has no form for an empty scope; "any" is its word for all of them.
-    const uint32_t scope = declaration.GetScope(TCIMOptions());
-    std::vector<std::string> scopes;
-    for (const auto& kind : kScopes) {
-        if ((scope & kind.m_bit) != 0 && scope != ICIMQualifierDecl::kScopeAny) {
-            scopes.push_back(kind.m_name);
-        }
-    }
-    std::vector<std::string> flavors;
-    for (const auto& bit : kFlavors) {
-        const bool set = (declaration.GetFlavor(TCIMOptions()) & bit.m_bit) != 0;
-        if (set || bit.m_clear != nullptr) {
-            flavors.push_back(set ? bit.m_set : bit.m_clear);
-        }
-    }
+    const std::vector<std::string> scopes = ScopeKeywords(declaration.GetScope(TCIMOptions()));
     out << ",\n    Scope(" << (scopes.empty() ? "any" : Join(scopes, ", ")) << "),\n    Flavor("
-        << Join(flavors, ", ") << ");\n\n";
+        << Join(FlavorKeywords(declaration.GetFlavor(TCIMOptions())), ", ") << ");\n\n";
 }
-
-} // namespace
 
 namespace {
 
@@ -291,7 +302,19 @@ void WriteMethod(ICIMNamespace& cimNamespace, ICIMClass& cimClass, ICIMMethodDec
                 out);
 }
 
-void WriteClass(ICIMNamespace& cimNamespace, ICIMClass& cimClass, std::ostream& out) {
+// An inherited member is shown with a comment naming the class that states it, and with the
+// qualifiers that class gives it.
+void WriteOrigin(ICIMClass& cimClass, const boost::shared_ptr<ICIMClass>& declaring,
+                 std::ostream& out) {
+    if (declaring && declaring.get() != &cimClass) {
+        out << kIndent << "// from " << declaring->GetName(TCIMOptions()) << "\n";
+    }
+}
+
+} // namespace
+
+void WriteClass(ICIMNamespace& cimNamespace, ICIMClass& cimClass, std::ostream& out,
+                bool inherited) {
     const boost::shared_ptr<ICIMClass> superClass = cimClass.GetSuperClass(TCIMOptions());
     const std::string qualifiers =
         QualifierList(cimNamespace, OwnQualifiers(cimClass, superClass.get()));
@@ -301,19 +324,39 @@ void WriteClass(ICIMNamespace& cimNamespace, ICIMClass& cimClass, std::ostream& 
         out << " : " << superClass->GetName(TCIMOptions());
     }
     out << " {\n";
-    for (const auto& declaration : OwnPropertyDecls(cimClass)) {
+    TPropertyDecls properties = OwnPropertyDecls(cimClass);
+    if (inherited) {
+        properties.clear();
+        cimClass.EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(properties),
+                                   TCIMOptions());
+    }
+    for (const auto& declaration : properties) {
+        const boost::shared_ptr<ICIMClass> declaring =
+            inherited ? DeclaringClass(cimClass, declaration) : nullptr;
+        ICIMClass& stating = declaring ? *declaring : cimClass;
+        WriteOrigin(cimClass, declaring, out);
         const boost::shared_ptr<ICIMPropertyDecl> overridden =
-            OverriddenPropertyDecl(cimClass, declaration->GetName(TCIMOptions()));
+            OverriddenPropertyDecl(stating, declaration->GetName(TCIMOptions()));
         WriteMember(QualifierList(cimNamespace, OwnQualifiers(*declaration, overridden.get()),
                                   EmbeddedQualifier(declaration->GetEmbeddedObject(TCIMOptions()),
                                                     *declaration)),
                     PropertyText(*declaration), out);
     }
-    for (const auto& method : OwnMethodDecls(cimClass)) {
-        WriteMethod(cimNamespace, cimClass, *method, out);
+    TMethodDecls methods = OwnMethodDecls(cimClass);
+    if (inherited) {
+        methods.clear();
+        cimClass.EnumMethodDecls(TAddToVectorCallback<ICIMMethodDecl>(methods), TCIMOptions());
+    }
+    for (const auto& method : methods) {
+        const boost::shared_ptr<ICIMClass> declaring =
+            inherited ? DeclaringClass(cimClass, method) : nullptr;
+        WriteOrigin(cimClass, declaring, out);
+        WriteMethod(cimNamespace, declaring ? *declaring : cimClass, *method, out);
     }
     out << "};\n\n";
 }
+
+namespace {
 
 // A property says what its text holds only where its class does not say the same.
 void WriteInstance(ICIMInstance& instance, std::ostream& out) {

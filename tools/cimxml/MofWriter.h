@@ -6,6 +6,7 @@
 
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace NQRN20 {
 namespace NMof {
@@ -17,6 +18,15 @@ std::string QuoteString(const std::string& text);
 // path, or an array of those in braces.
 std::string Literal(const TCIMValue& value);
 
+// MOF's words for the scope bits ("any" for all of them) and for the flavor bits, set or clear.
+std::vector<std::string> ScopeKeywords(uint32_t scope);
+std::vector<std::string> FlavorKeywords(uint32_t flavor);
+
+void WriteQualifierDecl(ICIMQualifierDecl& declaration, std::ostream& out);
+// The class as it states itself: its own and overriding members; with inherited, every member,
+// each inherited one after a comment naming the class that states it.
+void WriteClass(ICIMNamespace& cimNamespace, ICIMClass& cimClass, std::ostream& out,
+                bool inherited = false);
 void WriteNamespace(ICIMNamespace& cimNamespace, std::ostream& out);
 
 } // namespace NMof

@@ -56,6 +56,18 @@ boost::shared_ptr<TDecl> Overridden(ICIMClass& cimClass, const std::string& name
     return boost::shared_ptr<TDecl>();
 }
 
+template <class TDecl, class TOwn>
+boost::shared_ptr<ICIMClass> Declaring(ICIMClass& cimClass, const boost::shared_ptr<TDecl>& decl,
+                                       TOwn own) {
+    for (auto ancestor = cimClass.GetSuperClass(TCIMOptions()); ancestor;
+         ancestor = ancestor->GetSuperClass(TCIMOptions())) {
+        if (Contains(own(*ancestor), decl)) {
+            return ancestor;
+        }
+    }
+    return boost::shared_ptr<ICIMClass>();
+}
+
 } // namespace
 
 TQualifierDecls QualifierDecls(ICIMNamespace& cimNamespace) {
@@ -107,6 +119,16 @@ boost::shared_ptr<ICIMPropertyDecl> OverriddenPropertyDecl(ICIMClass& cimClass,
 boost::shared_ptr<ICIMMethodDecl> OverriddenMethodDecl(ICIMClass& cimClass,
                                                        const std::string& name) {
     return Overridden<ICIMMethodDecl>(cimClass, name, &ICIMClass::EnumMethodDecls);
+}
+
+boost::shared_ptr<ICIMClass> DeclaringClass(ICIMClass& cimClass,
+                                            const boost::shared_ptr<ICIMPropertyDecl>& decl) {
+    return Declaring(cimClass, decl, OwnPropertyDecls);
+}
+
+boost::shared_ptr<ICIMClass> DeclaringClass(ICIMClass& cimClass,
+                                            const boost::shared_ptr<ICIMMethodDecl>& decl) {
+    return Declaring(cimClass, decl, OwnMethodDecls);
 }
 
 TProperties SetProperties(ICIMInstance& instance) {

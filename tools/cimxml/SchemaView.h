@@ -42,6 +42,12 @@ boost::shared_ptr<ICIMPropertyDecl> OverriddenPropertyDecl(ICIMClass& cimClass,
 boost::shared_ptr<ICIMMethodDecl> OverriddenMethodDecl(ICIMClass& cimClass,
                                                        const std::string& name);
 
+// The nearest class above this one that states the inherited member itself.
+boost::shared_ptr<ICIMClass> DeclaringClass(ICIMClass& cimClass,
+                                            const boost::shared_ptr<ICIMPropertyDecl>& decl);
+boost::shared_ptr<ICIMClass> DeclaringClass(ICIMClass& cimClass,
+                                            const boost::shared_ptr<ICIMMethodDecl>& decl);
+
 // The properties of an instance whose value, or what its text holds, is not the class's: what
 // the instance itself says.
 TProperties SetProperties(ICIMInstance& instance);
