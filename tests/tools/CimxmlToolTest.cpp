@@ -169,6 +169,16 @@ TEST(CimxmlTool, AnswersHelpAndVersionAndRefusesAWrongCommandLine) {
         {"x.xml --instances", 2, "",
          "cimxml: --instances needs at least one file after it\n" + tryHelp},
         {"- -", 2, "", "cimxml: standard input can be read only once\n" + tryHelp},
+        {"--format yaml x.xml", 2, "", "cimxml: --format is text or json, not 'yaml'\n" + tryHelp},
+        {"diff x.xml", 2, "", "cimxml: diff compares two files: OLD and NEW\n" + tryHelp},
+        {"diff --old x.xml y.xml z.xml", 2, "",
+         "cimxml: give diff's files either as OLD NEW or after --old and --new\n" + tryHelp},
+        {"tree A B x.xml", 2, "", "cimxml: tree takes one class\n" + tryHelp},
+        {"show x.xml", 2, "",
+         "cimxml: show needs the name of a class or qualifier declaration\n" + tryHelp},
+        {"--inherited x.xml", 2, "", "cimxml: --inherited is only for show\n" + tryHelp},
+        {"tree --mof x.xml", 2, "",
+         "cimxml: --mof and --xml are only for the plain form\n" + tryHelp},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.m_arguments);
@@ -177,6 +187,102 @@ TEST(CimxmlTool, AnswersHelpAndVersionAndRefusesAWrongCommandLine) {
         EXPECT_EQ(0u, run.m_out.rfind(c.m_outStart, 0)) << run.m_out;
         EXPECT_EQ(c.m_err, run.m_err);
     }
+}
+
+// diff, tree and show on the examples and on a copy with a property added and a description
+// changed: what they print, and their exit status.
+TEST(CimxmlTool, ShowsTheTreeAClassAndWhatChangedBetweenTwoSchemas) {
+    TTempDir dir;
+    std::string changed = ReadText(kSchema);
+    changed.replace(changed.find("; returns 0 on success"), 22, "");
+    changed.insert(changed.find("<PROPERTY NAME=\"Removable\""),
+                   "<PROPERTY NAME=\"Hotplug\" TYPE=\"boolean\"/>");
+    const std::string other = dir.Write("changed.xml", changed);
+    const std::string bad = dir.Write("bad.xml", "<CIM>\n<DECLARATION><FOO/></DECLARATION></CIM>");
+    const std::string noClass = "cimxml: error: no class or qualifier declaration EX_Nope\n";
+    const struct {
+        std::string m_arguments;
+        int m_exitCode;
+        std::string m_out;
+        std::string m_err;
+    } cases[] = {
+        {"diff " + kSchema + " " + kSchema, 0, "", ""},
+        {"diff " + kSchema + " " + other, 1,
+         "Class EX_Disk:\n  properties added: Hotplug\n  method Eject:\n    qualifier "
+         "Description: \"Ejects the media; returns 0 on success.\" -> \"Ejects the media.\"\n",
+         ""},
+        {"diff --format json --old " + kSchema + " --new " + other + " --new " + kSchema, 1,
+         "{\n  \"classes\": {\n    \"changed\": {\n      \"EX_Disk\": {\n        "
+         "\"properties\": {\n          \"added\": [\n            \"Hotplug\"\n          ]\n"
+         "        },\n        \"methods\": {\n          \"changed\": {\n            \"Eject\": {\n"
+         "              \"qualifiers\": {\n                \"changed\": {\n"
+         "                  \"Description\": {\n                    \"old\": \"Ejects the "
+         "media; returns 0 on success.\",\n                    \"new\": \"Ejects the media.\"\n"
+         "                  }\n                }\n              }\n            }\n          }\n"
+         "        }\n      }\n    }\n  }\n}\n",
+         ""},
+        {"diff " + kSchema + " " + bad, 2, "", bad + ":2: error: Unexpected element FOO\n"},
+        {"diff " + kSchema + " " + kSchema + " --instances " + kInstances + " " +
+             dir.Path("missing.xml"),
+         2, "", dir.Path("missing.xml") + ": cannot read: No such file or directory\n"},
+        {"tree " + kSchema, 0,
+         "EX_ManagedElement\n  EX_Disk\n    EX_SolidStateDisk\n  EX_System\nEX_SystemDisk\n", ""},
+        {"tree --format json EX_DISK " + kSchema, 0,
+         "{\n  \"EX_Disk\": {\n    \"EX_SolidStateDisk\": {}\n  }\n}\n", ""},
+        {"tree EX_Nope " + kSchema, 1, "", "cimxml: error: no class EX_Nope in the namespace\n"},
+        {"show key EX_Nope " + kSchema, 1,
+         "Qualifier Key : boolean = false,\n    Scope(property, reference),\n"
+         "    Flavor(DisableOverride, ToSubclass);\n\n",
+         noClass},
+        {"show --format json EX_SystemDisk " + kSchema, 0,
+         "{\n  \"name\": \"EX_SystemDisk\",\n  \"qualifiers\": {\n    \"Association\": true\n"
+         "  },\n  \"properties\": {\n    \"System\": {\n      \"type\": \"reference\",\n      "
+         "\"reference_class\": \"EX_System\",\n      \"qualifiers\": {\n        \"Key\": true\n"
+         "      }\n    },\n    \"Disk\": {\n      \"type\": \"reference\",\n      "
+         "\"reference_class\": \"EX_Disk\",\n      \"qualifiers\": {\n        \"Key\": true\n"
+         "      }\n    }\n  }\n}\n",
+         ""},
+        {"show --format json Key EX_Nope " + kSchema, 1,
+         "[\n  {\n    \"name\": \"Key\",\n    \"type\": \"boolean\",\n    \"default\": false,\n"
+         "    \"scope\": [\n      \"property\",\n      \"reference\"\n    ],\n    \"flavors\": [\n"
+         "      \"DisableOverride\",\n      \"ToSubclass\"\n    ]\n  }\n]\n",
+         noClass},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.m_arguments);
+        const TRun run = RunTool(c.m_arguments);
+        EXPECT_EQ(c.m_exitCode, run.m_exitCode);
+        EXPECT_EQ(c.m_out, run.m_out);
+        EXPECT_EQ(c.m_err, run.m_err);
+    }
+}
+
+// Scripts read the summary as JSON: each file's report, then the namespace's counts.
+TEST(CimxmlTool, SummarisesAsJsonForScripts) {
+    TTempDir dir;
+    const std::string bad = dir.Write("bad.xml", "<CIM>\n<DECLARATION><FOO/></DECLARATION></CIM>");
+    const TRun run = RunTool("--format json " + kSchema + " " + bad);
+    EXPECT_EQ(1, run.m_exitCode);
+    EXPECT_EQ(bad + ":2: error: Unexpected element FOO\n", run.m_err);
+    const std::string seconds = "\"seconds\": ";
+    std::string out = run.m_out;
+    for (size_t at = out.find(seconds); at != std::string::npos; at = out.find(seconds, at + 1)) {
+        out.erase(at + seconds.size(), out.find(',', at) - at - seconds.size());
+    }
+    EXPECT_EQ("{\n  \"files\": [\n    {\n      \"file\": \"" + kSchema +
+                  "\",\n      \"bytes\": 7679,\n      \"seconds\": ,\n      \"added\": {\n"
+                  "        \"qualifier_declarations\": 11,\n        \"classes\": 5,\n"
+                  "        \"instances\": 0\n      },\n      \"errors\": []\n    },\n    {\n"
+                  "      \"file\": \"" +
+                  bad +
+                  "\",\n      \"bytes\": 45,\n      \"seconds\": ,\n      \"added\": {\n"
+                  "        \"qualifier_declarations\": 0,\n        \"classes\": 0,\n"
+                  "        \"instances\": 0\n      },\n      \"errors\": [\n        {\n"
+                  "          \"line\": 2,\n          \"message\": \"Unexpected element FOO\"\n"
+                  "        }\n      ]\n    }\n  ],\n  \"namespace\": {\n    \"name\": "
+                  "\"root/cimv2\",\n    \"qualifier_declarations\": 11,\n    \"classes\": 5,\n"
+                  "    \"instances\": 0\n  }\n}\n",
+              out);
 }
 
 size_t CountLinesStartingWith(const std::string& text, const std::string& start) {
