@@ -1,4 +1,4 @@
-// Helpers shared by the core tests: status capture and small schema builders.
+// Helpers shared by the core tests: status capture, values from text and small schema builders.
 #pragma once
 
 #include "core/Core.h"
@@ -9,6 +9,8 @@
 
 namespace NQRN20 {
 namespace test {
+
+typedef std::vector<std::string> TNames;
 
 // The status an action throws, or kQRNStatusOK when it returns.
 inline uint32_t StatusOf(const std::function<void()>& action) {
@@ -24,24 +26,30 @@ inline TCIMValue Text(TCIMType type, const std::string& text) {
     return TCIMValue(type, text, boost::shared_ptr<ICIMNamespace>());
 }
 
-inline const uint32_t kToSubclass = ICIMQualifierDecl::kFlavorToSubclass;
-inline const uint32_t kRestricted = 0;
-
-inline boost::shared_ptr<ICIMQualifierDecl>
-DeclareQualifier(const boost::shared_ptr<ICIMNamespace>& ns, const std::string& name,
-                 const TCIMValue& value, uint32_t flavor = kToSubclass) {
-    auto decl = ns->CreateQualifierDecl(name, value, 0xFF,
-                                        static_cast<ICIMQualifierDecl::EFlavor>(flavor), {});
-    decl->Commit({});
-    return decl;
-}
-
 // Attaches a qualifier of a committed declaration, with that declaration's flavor.
 inline void Qualify(const boost::shared_ptr<ICIMNamespace>& ns,
                     const boost::shared_ptr<ICIMNamedElement>& element, const std::string& name,
                     const TCIMValue& value) {
     auto decl = ns->GetQualifierDecl(name, {});
     element->AddQualifier(element->CreateQualifier(decl, value, decl->GetFlavor({}), {}), {});
+}
+
+// Key and Description are inherited by subclasses, Abstract is not.
+inline boost::shared_ptr<ICIMNamespace> MakeNamespace() {
+    auto ns = TMemoryNamespace::Create();
+    const struct {
+        const char* name;
+        ECIMType type;
+        int flavor;
+    } decls[] = {{"Key", kCIMTypeBoolean, ICIMQualifierDecl::kFlavorToSubclass},
+                 {"Description", kCIMTypeString, ICIMQualifierDecl::kFlavorToSubclass},
+                 {"Abstract", kCIMTypeBoolean, 0}};
+    for (const auto& d : decls) {
+        ns->CreateQualifierDecl(d.name, TCIMValue(d.type, 0), 0xFF,
+                                ICIMQualifierDecl::EFlavor(d.flavor), {})
+            ->Commit({});
+    }
+    return ns;
 }
 
 struct TPropertyDef {
@@ -51,22 +59,13 @@ struct TPropertyDef {
     bool key;
 };
 
-// A namespace holding the Key, Description (to-subclass) and Abstract (restricted) qualifiers.
-inline boost::shared_ptr<ICIMNamespace> MakeNamespace() {
-    auto ns = TMemoryNamespace::Create();
-    DeclareQualifier(ns, "Key", Text(kCIMTypeBoolean, "false"));
-    DeclareQualifier(ns, "Description", TCIMValue(kCIMTypeString, 0));
-    DeclareQualifier(ns, "Abstract", Text(kCIMTypeBoolean, "false"), kRestricted);
-    return ns;
-}
-
 inline boost::shared_ptr<ICIMClass> MakeClass(const boost::shared_ptr<ICIMNamespace>& ns,
                                               const std::string& name, const std::string& superName,
                                               const std::vector<TPropertyDef>& properties) {
     auto cimClass = ns->CreateClass(name, ns->GetClass(superName, {}), {});
     for (const TPropertyDef& def : properties) {
-        auto decl = cimClass->CreatePropertyDecl(def.name, TCIMValue(), {});
-        decl->SetValue(
+        auto decl = cimClass->CreatePropertyDecl(
+            def.name,
             def.defaultText.empty() ? TCIMValue(def.type, 0) : Text(def.type, def.defaultText), {});
         if (def.key) {
             Qualify(ns, decl, "Key", Text(kCIMTypeBoolean, "true"));
@@ -77,27 +76,21 @@ inline boost::shared_ptr<ICIMClass> MakeClass(const boost::shared_ptr<ICIMNamesp
     return cimClass;
 }
 
+// What an enumeration such as EnumPropertyDecls gives, in its order.
+template <class T, class TOwner, class TEnum>
+std::vector<boost::shared_ptr<T>> All(const boost::shared_ptr<TOwner>& owner, TEnum method) {
+    std::vector<boost::shared_ptr<T>> elements;
+    ((*owner).*method)(TAddToVectorCallback<T>(elements), {});
+    return elements;
+}
+
 template <class T>
-std::vector<std::string> Names(const std::vector<boost::shared_ptr<T>>& elements) {
-    std::vector<std::string> names;
+TNames Names(const std::vector<boost::shared_ptr<T>>& elements) {
+    TNames names;
     for (const auto& element : elements) {
         names.push_back(element->GetName({}));
     }
     return names;
-}
-
-inline std::vector<boost::shared_ptr<ICIMPropertyDecl>>
-PropertyDecls(const boost::shared_ptr<ICIMClass>& cimClass) {
-    std::vector<boost::shared_ptr<ICIMPropertyDecl>> decls;
-    cimClass->EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(decls), {});
-    return decls;
-}
-
-inline std::vector<boost::shared_ptr<ICIMQualifier>>
-Qualifiers(const boost::shared_ptr<ICIMNamedElement>& element) {
-    std::vector<boost::shared_ptr<ICIMQualifier>> qualifiers;
-    element->EnumQualifiers(TAddToVectorCallback<ICIMQualifier>(qualifiers), {});
-    return qualifiers;
 }
 
 } // namespace test

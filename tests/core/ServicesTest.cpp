@@ -1,21 +1,14 @@
-// Tests of the core services: logger installation, file sizes, the parser flag.
+// Tests of the core services: the loggers on one or many threads, and the status texts.
 #include "CoreTestSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <chrono>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <sys/stat.h>
 #include <thread>
-#include <unistd.h>
 
 namespace NQRN20 {
 namespace {
-
-using test::StatusOf;
 
 class TRecordingLogger : public ILogger {
 public:
@@ -24,17 +17,6 @@ public:
     }
     std::vector<std::string> m_lines;
 };
-
-TEST(TRootObject, InstalledLoggerReceivesLinesUntilTheDefaultIsRestored) {
-    ILogger* const standard = TRootObject::GetCoreLogger();
-    ASSERT_NE(nullptr, standard);
-    TRecordingLogger recorder;
-    TRootObject::SetCoreLogger(&recorder);
-    TRootObject::GetCoreLogger()->Log(3, "first");
-    TRootObject::SetCoreLogger(nullptr);
-    EXPECT_EQ(standard, TRootObject::GetCoreLogger());
-    EXPECT_EQ(std::vector<std::string>{"3 first"}, recorder.m_lines);
-}
 
 TEST(TRootObject, ThreadLoggerHidesTheProcessWideOneOnItsOwnThreadOnly) {
     TRecordingLogger process;
@@ -91,23 +73,17 @@ TEST(TRootObject, PassesLinesToTheLoggerOneAtATimeAndReplacesItBetweenCalls) {
     EXPECT_EQ(size_t(40 - calls), next.m_lines.size());
 }
 
-TEST(TOSSpecific, GetFileSizeGivesRegularFileSizesAndRefusesEverythingElse) {
-    const std::filesystem::path dir =
-        std::filesystem::temp_directory_path() / ("qrncore-size-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(dir);
-    std::ofstream(dir / "five") << "12345";
-    std::ofstream(dir / "empty");
-    ASSERT_EQ(0, ::mkfifo((dir / "fifo").c_str(), 0600));
-
-    EXPECT_EQ(5u, TOSSpecific::GetFileSize((dir / "five").string()));
-    EXPECT_EQ(0u, TOSSpecific::GetFileSize((dir / "empty").string()));
-    for (const std::string& path :
-         {dir.string(), (dir / "fifo").string(), (dir / "missing").string(), std::string(""),
-          std::string("/dev/null")}) {
-        SCOPED_TRACE(path);
-        EXPECT_EQ(kQRNStatusFileError, StatusOf([&] { TOSSpecific::GetFileSize(path); }));
+TEST(TQRNException, CarriesItsStatusAndTellsItInWords) {
+    const std::pair<uint32_t, const char*> cases[] = {
+        {kQRNStatusNotFound, "not found"},
+        {kQRNStatusInvalidValue, "invalid value text"},
+        {kQRNStatusNotCommitted, "object is not committed"},
+        {1000, "unknown status"}};
+    for (const auto& c : cases) {
+        const TQRNException exception(c.first);
+        EXPECT_EQ(c.first, exception.GetStatus());
+        EXPECT_STREQ(c.second, static_cast<const std::exception&>(exception).what());
     }
-    std::filesystem::remove_all(dir);
 }
 
 } // namespace
