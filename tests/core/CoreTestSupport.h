@@ -3,7 +3,9 @@
 
 #include "core/Core.h"
 
+#include <algorithm>
 #include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -23,7 +25,7 @@ inline uint32_t StatusOf(const std::function<void()>& action) {
 }
 
 inline TCIMValue Text(TCIMType type, const std::string& text) {
-    return TCIMValue(type, text, boost::shared_ptr<ICIMNamespace>());
+    return TCIMValue(type, text, nullptr);
 }
 
 // Attaches a qualifier of a committed declaration, with that declaration's flavor.
@@ -34,40 +36,42 @@ inline void Qualify(const boost::shared_ptr<ICIMNamespace>& ns,
     element->AddQualifier(element->CreateQualifier(decl, value, decl->GetFlavor({}), {}), {});
 }
 
+inline void Declare(const boost::shared_ptr<ICIMNamespace>& ns, const std::string& name,
+                    const TCIMValue& value, int flavor = ICIMQualifierDecl::kFlavorToSubclass) {
+    ns->CreateQualifierDecl(name, value, ICIMQualifierDecl::kScopeAny,
+                            ICIMQualifierDecl::EFlavor(flavor), {})
+        ->Commit({});
+}
+
 // Key and Description are inherited by subclasses, Abstract is not.
 inline boost::shared_ptr<ICIMNamespace> MakeNamespace() {
     auto ns = TMemoryNamespace::Create();
-    const struct {
-        const char* name;
-        ECIMType type;
-        int flavor;
-    } decls[] = {{"Key", kCIMTypeBoolean, ICIMQualifierDecl::kFlavorToSubclass},
-                 {"Description", kCIMTypeString, ICIMQualifierDecl::kFlavorToSubclass},
-                 {"Abstract", kCIMTypeBoolean, 0}};
-    for (const auto& d : decls) {
-        ns->CreateQualifierDecl(d.name, TCIMValue(d.type, 0), 0xFF,
-                                ICIMQualifierDecl::EFlavor(d.flavor), {})
-            ->Commit({});
-    }
+    Declare(ns, "Key", TCIMValue(kCIMTypeBoolean, 0));
+    Declare(ns, "Description", TCIMValue(kCIMTypeString, 0));
+    Declare(ns, "Abstract", TCIMValue(kCIMTypeBoolean, 0), 0);
     return ns;
 }
 
-struct TPropertyDef {
-    std::string name;
-    ECIMType type;
-    std::string defaultText; // empty: a null default
-    bool key;
-};
-
+// Commits a class whose properties are listed as "Name type[=default][ key], ...", where the
+// type is a type attribute name, "[]" after it for an array.
 inline boost::shared_ptr<ICIMClass> MakeClass(const boost::shared_ptr<ICIMNamespace>& ns,
                                               const std::string& name, const std::string& superName,
-                                              const std::vector<TPropertyDef>& properties) {
+                                              const std::string& properties) {
     auto cimClass = ns->CreateClass(name, ns->GetClass(superName, {}), {});
-    for (const TPropertyDef& def : properties) {
-        auto decl = cimClass->CreatePropertyDecl(
-            def.name,
-            def.defaultText.empty() ? TCIMValue(def.type, 0) : Text(def.type, def.defaultText), {});
-        if (def.key) {
+    std::istringstream list(properties);
+    for (std::string property; std::getline(list, property, ',');) {
+        std::istringstream words(property);
+        std::string propertyName, type, key;
+        words >> propertyName >> type >> key;
+        const size_t equals = type.find('=');
+        TCIMType cimType(type.substr(0, std::min(equals, type.find('['))));
+        cimType = type.find('[') < equals ? cimType.GetArrayType() : cimType;
+        auto decl = cimClass->CreatePropertyDecl(propertyName,
+                                                 equals == std::string::npos
+                                                     ? TCIMValue(cimType, 0)
+                                                     : Text(cimType, type.substr(equals + 1)),
+                                                 {});
+        if (key == "key") {
             Qualify(ns, decl, "Key", Text(kCIMTypeBoolean, "true"));
         }
         decl->Commit({});
