@@ -52,8 +52,9 @@ inline boost::shared_ptr<ICIMNamespace> MakeNamespace() {
     return ns;
 }
 
-// Commits a class whose properties are listed as "Name type[=default][ key], ...", where the
-// type is a type attribute name, "[]" after it for an array.
+// Commits a class whose properties are listed as "Name type[=default] [key|instance], ...", where
+// the type is a type attribute name, "[]" after it for an array, and "instance" says that a
+// string holds an embedded instance.
 inline boost::shared_ptr<ICIMClass> MakeClass(const boost::shared_ptr<ICIMNamespace>& ns,
                                               const std::string& name, const std::string& superName,
                                               const std::string& properties) {
@@ -61,19 +62,19 @@ inline boost::shared_ptr<ICIMClass> MakeClass(const boost::shared_ptr<ICIMNamesp
     std::istringstream list(properties);
     for (std::string property; std::getline(list, property, ',');) {
         std::istringstream words(property);
-        std::string propertyName, type, key;
-        words >> propertyName >> type >> key;
+        std::string propertyName, type, mark;
+        words >> propertyName >> type >> mark;
         const size_t equals = type.find('=');
         TCIMType cimType(type.substr(0, std::min(equals, type.find('['))));
         cimType = type.find('[') < equals ? cimType.GetArrayType() : cimType;
-        auto decl = cimClass->CreatePropertyDecl(propertyName,
-                                                 equals == std::string::npos
-                                                     ? TCIMValue(cimType, 0)
-                                                     : Text(cimType, type.substr(equals + 1)),
-                                                 {});
-        if (key == "key") {
+        const TCIMValue initial = equals == std::string::npos
+                                      ? TCIMValue(cimType, 0)
+                                      : Text(cimType, type.substr(equals + 1));
+        auto decl = cimClass->CreatePropertyDecl(propertyName, initial, {});
+        if (mark == "key") {
             Qualify(ns, decl, "Key", Text(kCIMTypeBoolean, "true"));
         }
+        decl->SetEmbeddedObject(mark == "instance" ? kEmbeddedInstance : kEmbeddedNone, {});
         decl->Commit({});
     }
     cimClass->Commit({});
