@@ -81,11 +81,13 @@ inline boost::shared_ptr<ICIMClass> MakeClass(const boost::shared_ptr<ICIMNamesp
     return cimClass;
 }
 
-// What an enumeration such as EnumPropertyDecls gives, in its order.
-template <class T, class TOwner, class TEnum>
-std::vector<boost::shared_ptr<T>> All(const boost::shared_ptr<TOwner>& owner, TEnum method) {
+// What an enumeration such as EnumPropertyDecls gives, in its order; arguments go ahead of the
+// callback.
+template <class T, class TOwner, class TEnum, class... TArgs>
+std::vector<boost::shared_ptr<T>> All(const boost::shared_ptr<TOwner>& owner, TEnum method,
+                                      TArgs... args) {
     std::vector<boost::shared_ptr<T>> elements;
-    ((*owner).*method)(TAddToVectorCallback<T>(elements), {});
+    ((*owner).*method)(args..., TAddToVectorCallback<T>(elements), {});
     return elements;
 }
 
