@@ -97,9 +97,14 @@ TEST(TMemoryClass, SubclassInheritsAndOverridesPropertiesInDeclarationOrder) {
     EXPECT_EQ(kQRNStatusNotFound, StatusOf([&] { sub->GetPropertyDecl("P40", {}); }));
 }
 
-TEST(TMemoryClass, MethodsKeepTheirOrderAndInherit) {
+// Inherited qualifiers and methods come first, an own one of the same name in its place.
+TEST(TMemoryClass, SubclassInheritsMethodsAndOnlyTheToSubclassQualifiers) {
     auto ns = MakeNamespace();
     auto base = ns->CreateClass("EX_Base", nullptr, {});
+    Qualify(ns, base, "Description", Text(kCIMTypeString, "old"));
+    Qualify(ns, base, "Abstract", Text(kCIMTypeBoolean, "true"));
+    Qualify(ns, base, "Key", Text(kCIMTypeBoolean, "true"));
+    Qualify(ns, base, "description", Text(kCIMTypeString, "base"));
     auto start = base->CreateMethodDecl("Start", kCIMTypeUint32, {});
     start->Commit({});
     auto stop = base->CreateMethodDecl("Stop", kCIMTypeUint32, {});
@@ -107,31 +112,11 @@ TEST(TMemoryClass, MethodsKeepTheirOrderAndInherit) {
     stop->Commit({});
     base->Commit({});
     auto sub = ns->CreateClass("EX_Sub", base, {});
+    Qualify(ns, sub, "Abstract", Text(kCIMTypeBoolean, "false"));
+    Qualify(ns, sub, "KEY", Text(kCIMTypeBoolean, "false"));
     auto override = sub->CreateMethodDecl("stop", kCIMTypeUint32, {});
     override->Commit({});
     sub->CreateMethodDecl("Reset", kCIMTypeBoolean, {})->Commit({});
-    sub->Commit({});
-
-    EXPECT_EQ((TNames{"Start", "stop", "Reset"}),
-              Names(All<ICIMMethodDecl>(sub, &ICIMClass::EnumMethodDecls)));
-    EXPECT_EQ(override, sub->GetMethodDecl("STOP", {}));
-    EXPECT_EQ(start, sub->GetMethodDecl("start", {}));
-    EXPECT_EQ((TNames{"Description"}),
-              Names(All<ICIMQualifier>(override, &ICIMMethodDecl::EnumQualifiers)));
-}
-
-// Inherited qualifiers come first, an own one of the same name in its place.
-TEST(TMemoryClass, QualifiersInheritOnlyWithTheToSubclassFlavor) {
-    auto ns = MakeNamespace();
-    auto base = ns->CreateClass("EX_Base", nullptr, {});
-    Qualify(ns, base, "Description", Text(kCIMTypeString, "old"));
-    Qualify(ns, base, "Abstract", Text(kCIMTypeBoolean, "true"));
-    Qualify(ns, base, "Key", Text(kCIMTypeBoolean, "true"));
-    Qualify(ns, base, "description", Text(kCIMTypeString, "base"));
-    base->Commit({});
-    auto sub = ns->CreateClass("EX_Sub", base, {});
-    Qualify(ns, sub, "Abstract", Text(kCIMTypeBoolean, "false"));
-    Qualify(ns, sub, "KEY", Text(kCIMTypeBoolean, "false"));
     sub->Commit({});
 
     const auto qualifiers = All<ICIMQualifier>(sub, &ICIMClass::EnumQualifiers);
@@ -140,6 +125,12 @@ TEST(TMemoryClass, QualifiersInheritOnlyWithTheToSubclassFlavor) {
     EXPECT_EQ("false", qualifiers[1]->GetValue({}).ToString());
     EXPECT_EQ((TNames{"Description", "Abstract", "Key"}),
               Names(All<ICIMQualifier>(base, &ICIMClass::EnumQualifiers)));
+    EXPECT_EQ((TNames{"Start", "stop", "Reset"}),
+              Names(All<ICIMMethodDecl>(sub, &ICIMClass::EnumMethodDecls)));
+    EXPECT_EQ(override, sub->GetMethodDecl("STOP", {}));
+    EXPECT_EQ(start, sub->GetMethodDecl("start", {}));
+    EXPECT_EQ((TNames{"Description"}),
+              Names(All<ICIMQualifier>(override, &ICIMMethodDecl::EnumQualifiers)));
 }
 
 TEST(TMemoryClass, CreateQualifierConformsTheValueToTheDeclaredType) {
@@ -203,7 +194,6 @@ TEST(TMemoryInstance, EachPropertyReadsTheValueSetLastOrItsDefaultInClassOrder) 
     const ECIMType types[] = {kCIMTypeUint8, kCIMTypeString, kCIMTypeBoolean, kCIMTypeUint8};
     for (const auto& c : cases) {
         auto instance = Instance(ns, "EX_Sub", c.values);
-        EXPECT_EQ(ns->GetClass("EX_Sub", {}), instance->GetClass({}));
         const auto properties = All<ICIMProperty>(instance, &ICIMInstance::EnumProperties);
         EXPECT_EQ((TNames{"A", "B", "C", "D"}), Names(properties));
         for (size_t i = 0; i < properties.size(); ++i) {
@@ -215,12 +205,18 @@ TEST(TMemoryInstance, EachPropertyReadsTheValueSetLastOrItsDefaultInClassOrder) 
     }
 }
 
-TEST(TMemoryInstance, SetPropertyValueChecksNameAndTypeUntilCommitted) {
+// A property also says what its text holds, as the instance or else its declaration says.
+TEST(TMemoryInstance, PropertiesTakeValuesOfTheirTypeAndEmbeddedObjectKindsUntilCommitted) {
     auto ns = MakeNamespace();
-    auto instance = MakeClass(ns, "EX_Thing", "", "Size uint32, List uint16[]")->CreateInstance({});
+    auto cimClass = MakeClass(ns, "EX_Thing", "",
+                              "Size uint32, List uint16[], Inst string instance, Note string");
+    auto instance = cimClass->CreateInstance({});
     instance->SetPropertyValue("SIZE", Text(kCIMTypeUint32, "9"), {});
+    instance->SetPropertyEmbeddedObject("note", kEmbeddedObject, {});
     EXPECT_EQ("9", instance->GetProperty("size", {})->GetValue({}).ToString());
     EXPECT_EQ("Size", instance->GetProperty("size", {})->GetName({}));
+    EXPECT_EQ(kEmbeddedObject, instance->GetProperty("Note", {})->GetEmbeddedObject({}));
+    EXPECT_EQ(kEmbeddedInstance, instance->GetProperty("Inst", {})->GetEmbeddedObject({}));
     const auto set = [&](const char* name, ECIMType type) {
         return StatusOf([&] { instance->SetPropertyValue(name, Text(type, "1"), {}); });
     };
@@ -230,19 +226,9 @@ TEST(TMemoryInstance, SetPropertyValueChecksNameAndTypeUntilCommitted) {
     EXPECT_EQ(kQRNStatusNotFound, StatusOf([&] { instance->GetProperty("Color", {}); }));
     instance->Commit({});
     EXPECT_EQ(kQRNStatusReadOnly, set("Size", kCIMTypeUint32));
-    EXPECT_EQ(kQRNStatusAlreadyExists, StatusOf([&] { instance->Commit({}); }));
-}
-
-TEST(TMemoryInstance, APropertySaysWhatItsTextHoldsAsItselfOrItsDeclarationSays) {
-    auto ns = MakeNamespace();
-    auto instance =
-        MakeClass(ns, "EX_Thing", "", "Inst string instance, Plain string")->CreateInstance({});
-    instance->SetPropertyEmbeddedObject("plain", kEmbeddedObject, {});
-    EXPECT_EQ(kEmbeddedInstance, instance->GetProperty("Inst", {})->GetEmbeddedObject({}));
-    EXPECT_EQ(kEmbeddedObject, instance->GetProperty("Plain", {})->GetEmbeddedObject({}));
-    instance->Commit({});
     EXPECT_EQ(kQRNStatusReadOnly,
               StatusOf([&] { instance->SetPropertyEmbeddedObject("Inst", kEmbeddedNone, {}); }));
+    EXPECT_EQ(kQRNStatusAlreadyExists, StatusOf([&] { instance->Commit({}); }));
 }
 
 TEST(TMemoryInstance, PropertyHandlesShowLaterValuesAndKeepTheInstance) {

@@ -117,7 +117,7 @@ TEST(TCIMValue, ComparesTypeCountAndContentAndIsTrueWhenPresentOrABooleanTrue) {
     EXPECT_TRUE(Text(kCIMTypeBoolean, "true") && Text(kCIMTypeUint8, "0"));
 }
 
-TEST(TCIMDateTime, ReadsBothFormsAndWritesThemBack) {
+TEST(TCIMDateTime, ReadsBothFormsWritesThemBackAndRefusesMalformedText) {
     const std::pair<const char*, const char*> cases[] = {
         {"19700101000000.000000+000", "1970-01-01 00:00:00.000000 UTC+00:00"},
         {"20240315093000.000000+060", "2024-03-15 09:30:00.000000 UTC+01:00"},
@@ -135,11 +135,8 @@ TEST(TCIMDateTime, ReadsBothFormsAndWritesThemBack) {
         EXPECT_EQ(c.second, dateTime.ToUIString());
     }
     EXPECT_EQ(TCIMDateTime(1970, 1, 1, 0, 0, 0, 0, 0), TCIMDateTime(cases[0].first));
-}
-
-// Wrong lengths and separators, asterisks in part of a field or before a digit, fields out of
-// range (1900 was no leap year), and an interval not ending in ":000".
-TEST(TCIMDateTime, RefusesMalformedTextAndFieldsOutOfRange) {
+    // Wrong lengths and separators, asterisks in part of a field or before a digit, fields out
+    // of range (1900 was no leap year), and an interval not ending in ":000".
     for (const char* text :
          {"1970010100000.000000+000", "19700101000000.000000+0000", "19700101000000,000000+000",
           "19700101000000.000000+0*0", "19700101000000.000000+-10", "19**0101000000.000000+000",
