@@ -3,7 +3,6 @@
 
 #include "core/Core.h"
 
-#include <algorithm>
 #include <functional>
 #include <sstream>
 #include <string>
@@ -65,8 +64,8 @@ inline boost::shared_ptr<ICIMClass> MakeClass(const boost::shared_ptr<ICIMNamesp
         std::string propertyName, type, mark;
         words >> propertyName >> type >> mark;
         const size_t equals = type.find('=');
-        TCIMType cimType(type.substr(0, std::min(equals, type.find('['))));
-        cimType = type.find('[') < equals ? cimType.GetArrayType() : cimType;
+        const TCIMType element(type.substr(0, type.find_first_of("=[")));
+        const TCIMType cimType = type.find('[') < equals ? element.GetArrayType() : element;
         const TCIMValue initial = equals == std::string::npos
                                       ? TCIMValue(cimType, 0)
                                       : Text(cimType, type.substr(equals + 1));
