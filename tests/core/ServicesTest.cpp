@@ -1,57 +1,18 @@
-// Tests of the core services: logger installation, file sizes, the parser flag.
+// Tests of the core services: loggers on many threads, status texts, case-blind name helpers.
 #include "CoreTestSupport.h"
+#include "core/Text.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <chrono>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <sys/stat.h>
 #include <thread>
-#include <unistd.h>
 
 namespace NQRN20 {
 namespace {
 
-using test::StatusOf;
-
-class TRecordingLogger : public ILogger {
-public:
-    void Log(uint32_t level, const std::string& text) override {
-        m_lines.push_back(std::to_string(level) + " " + text);
-    }
-    std::vector<std::string> m_lines;
-};
-
-TEST(TRootObject, InstalledLoggerReceivesLinesUntilTheDefaultIsRestored) {
-    ILogger* const standard = TRootObject::GetCoreLogger();
-    ASSERT_NE(nullptr, standard);
-    TRecordingLogger recorder;
-    TRootObject::SetCoreLogger(&recorder);
-    TRootObject::GetCoreLogger()->Log(3, "first");
-    TRootObject::SetCoreLogger(nullptr);
-    EXPECT_EQ(standard, TRootObject::GetCoreLogger());
-    EXPECT_EQ(std::vector<std::string>{"3 first"}, recorder.m_lines);
-}
-
-TEST(TRootObject, ThreadLoggerHidesTheProcessWideOneOnItsOwnThreadOnly) {
-    TRecordingLogger process;
-    TRecordingLogger thread;
-    TRootObject::SetCoreLogger(&process);
-    EXPECT_EQ(nullptr, TRootObject::SetThreadLogger(&thread));
-    TRootObject::GetCoreLogger()->Log(3, "here");
-    std::thread([] { TRootObject::GetCoreLogger()->Log(3, "elsewhere"); }).join();
-    EXPECT_EQ(&thread, TRootObject::SetThreadLogger(nullptr));
-    TRootObject::GetCoreLogger()->Log(0, "after");
-    TRootObject::SetCoreLogger(nullptr);
-    EXPECT_EQ(std::vector<std::string>{"3 here"}, thread.m_lines);
-    EXPECT_EQ((std::vector<std::string>{"3 elsewhere", "0 after"}), process.m_lines);
-}
-
-// Counts calls that overlap another; each call lasts long enough for the others to try.
-class TOverlapLogger : public ILogger {
+// Counts calls and those that overlap another; each call lasts long enough for others to try.
+class TCountingLogger : public ILogger {
 public:
     void Log(uint32_t, const std::string&) override {
         m_overlaps += m_inside.exchange(true);
@@ -64,8 +25,22 @@ public:
     std::atomic<int> m_calls{0};
 };
 
+TEST(TRootObject, ThreadLoggerHidesTheProcessWideOneOnItsOwnThreadOnly) {
+    TCountingLogger process;
+    TCountingLogger thread;
+    TRootObject::SetCoreLogger(&process);
+    EXPECT_EQ(nullptr, TRootObject::SetThreadLogger(&thread));
+    TRootObject::GetCoreLogger()->Log(3, "here");
+    std::thread([] { TRootObject::GetCoreLogger()->Log(3, "elsewhere"); }).join();
+    EXPECT_EQ(&thread, TRootObject::SetThreadLogger(nullptr));
+    TRootObject::GetCoreLogger()->Log(3, "after");
+    TRootObject::SetCoreLogger(nullptr);
+    EXPECT_EQ(1, thread.m_calls);
+    EXPECT_EQ(2, process.m_calls);
+}
+
 TEST(TRootObject, PassesLinesToTheLoggerOneAtATimeAndReplacesItBetweenCalls) {
-    TOverlapLogger logger;
+    TCountingLogger logger;
     TRootObject::SetCoreLogger(&logger);
     std::vector<std::thread> threads;
     for (int t = 0; t < 4; ++t) {
@@ -78,7 +53,7 @@ TEST(TRootObject, PassesLinesToTheLoggerOneAtATimeAndReplacesItBetweenCalls) {
     while (logger.m_calls == 0) {
         std::this_thread::yield();
     }
-    TRecordingLogger next;
+    TCountingLogger next;
     TRootObject::SetCoreLogger(&next);
     EXPECT_FALSE(logger.m_inside); // no call was still running
     const int calls = logger.m_calls;
@@ -88,26 +63,55 @@ TEST(TRootObject, PassesLinesToTheLoggerOneAtATimeAndReplacesItBetweenCalls) {
     TRootObject::SetCoreLogger(nullptr);
     EXPECT_EQ(0, logger.m_overlaps);
     EXPECT_EQ(calls, logger.m_calls); // none after the replacement returned
-    EXPECT_EQ(size_t(40 - calls), next.m_lines.size());
+    EXPECT_EQ(40 - calls, next.m_calls);
 }
 
-TEST(TOSSpecific, GetFileSizeGivesRegularFileSizesAndRefusesEverythingElse) {
-    const std::filesystem::path dir =
-        std::filesystem::temp_directory_path() / ("qrncore-size-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(dir);
-    std::ofstream(dir / "five") << "12345";
-    std::ofstream(dir / "empty");
-    ASSERT_EQ(0, ::mkfifo((dir / "fifo").c_str(), 0600));
-
-    EXPECT_EQ(5u, TOSSpecific::GetFileSize((dir / "five").string()));
-    EXPECT_EQ(0u, TOSSpecific::GetFileSize((dir / "empty").string()));
-    for (const std::string& path :
-         {dir.string(), (dir / "fifo").string(), (dir / "missing").string(), std::string(""),
-          std::string("/dev/null")}) {
-        SCOPED_TRACE(path);
-        EXPECT_EQ(kQRNStatusFileError, StatusOf([&] { TOSSpecific::GetFileSize(path); }));
+TEST(TQRNException, CarriesItsStatusAndTellsItInWords) {
+    const std::pair<uint32_t, std::string> cases[] = {
+        {kQRNStatusNotFound, "not found"},
+        {kQRNStatusNotCommitted, "object is not committed"},
+        {1000, "unknown status"}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.first, TQRNException(c.first).GetStatus());
+        EXPECT_EQ(c.second, TQRNException(c.first).what());
     }
-    std::filesystem::remove_all(dir);
+}
+
+TEST(EqualNoCase, FoldsOnlyAsciiLettersAndHashesAlike) {
+    const struct {
+        const char* a;
+        const char* b;
+        bool equal;
+    } cases[] = {
+        {"", "", true},           {"Name", "nAME", true},  {"EX_Element", "ex_element", true},
+        {"Name", "Names", false}, {"Name", "Nama", false}, {"Nam", "Name", false},
+        {"a@", "a`", false},      {"[x]", "{x}", false},   {"\xC4", "\xE4", false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(std::string(c.a) + " / " + c.b);
+        EXPECT_EQ(c.equal, EqualNoCase(std::string(c.a), std::string(c.b)));
+        EXPECT_EQ(c.equal, EqualNoCase(std::string(c.b), c.a));
+        if (c.equal) {
+            EXPECT_EQ(THashNoCase()(c.a), THashNoCase()(c.b));
+        }
+    }
+}
+
+// The word-wise lowering against the byte-wise one, in place and into another buffer, at every
+// length and offset, with every byte next to the capitals' range.
+TEST(LowerAscii, LowersOnlyAsciiCapitalsAtEveryLength) {
+    const std::string kBytes = "@AZ[`az{\x80\xC4\xFF\x01 .QUALIFIER.ARRAY";
+    for (size_t length = 0; length <= kBytes.size(); ++length) {
+        for (size_t start = 0; start + length <= kBytes.size(); start += 3) {
+            std::string text = kBytes.substr(start, length);
+            const std::string expected = LowerAscii(text);
+            std::string copy(length + 2, '#');
+            LowerAsciiCopy(text.data(), length, &copy[0]);
+            EXPECT_EQ(expected + "##", copy) << length << " from " << start;
+            LowerAscii(&text[0], text.size());
+            EXPECT_EQ(expected, text) << length << " from " << start;
+        }
+    }
 }
 
 } // namespace
