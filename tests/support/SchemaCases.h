@@ -6,10 +6,25 @@
 
 #include <gtest/gtest.h>
 
+#include <strings.h>
+
 #include <string>
 #include <vector>
 
 namespace NQRN20 {
+
+// What one of the Enum functions of an object gives, as a vector.
+template <class TElement, class TObject, class... TArgs>
+std::vector<boost::shared_ptr<TElement>> All(TObject& object, void (TObject::*enumerate)(TArgs...),
+                                             const std::string& className = "") {
+    std::vector<boost::shared_ptr<TElement>> all;
+    if constexpr (sizeof...(TArgs) == 3) {
+        (object.*enumerate)(className, TAddToVectorCallback<TElement>(all), TCIMOptions());
+    } else {
+        (object.*enumerate)(TAddToVectorCallback<TElement>(all), TCIMOptions());
+    }
+    return all;
+}
 
 // "uint16[] null count 5", "string 'a'", "reference null -> T_A"; "none" is kCIMTypeNone.
 inline std::string DescribeValue(const TCIMValue& value) {
@@ -34,10 +49,8 @@ inline std::string DescribeEmbeddedObject(EEmbeddedObject kind) {
 
 // " [Key=boolean 'true' flavor 3, ...]", or nothing without qualifiers.
 inline std::string DescribeQualifiers(ICIMNamedElement& element) {
-    std::vector<boost::shared_ptr<ICIMQualifier>> qualifiers;
-    element.EnumQualifiers(TAddToVectorCallback<ICIMQualifier>(qualifiers), TCIMOptions());
     std::string text;
-    for (const auto& qualifier : qualifiers) {
+    for (const auto& qualifier : All<ICIMQualifier>(element, &ICIMNamedElement::EnumQualifiers)) {
         text += (text.empty() ? " [" : ", ") + qualifier->GetName(TCIMOptions()) + "=" +
                 DescribeValue(qualifier->GetValue(TCIMOptions())) + " flavor " +
                 std::to_string(qualifier->GetFlavor(TCIMOptions()));
@@ -51,23 +64,17 @@ inline std::string DescribeClass(ICIMClass& cimClass) {
     std::string text = "class " + cimClass.GetName(TCIMOptions()) +
                        (superClass ? " : " + superClass->GetName(TCIMOptions()) : "") +
                        DescribeQualifiers(cimClass) + "\n";
-    std::vector<boost::shared_ptr<ICIMPropertyDecl>> properties;
-    cimClass.EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(properties), TCIMOptions());
-    for (const auto& property : properties) {
+    for (const auto& property : All<ICIMPropertyDecl>(cimClass, &ICIMClass::EnumPropertyDecls)) {
         text += "  property " + property->GetName(TCIMOptions()) + " " +
                 DescribeValue(property->GetValue(TCIMOptions())) +
                 DescribeEmbeddedObject(property->GetEmbeddedObject(TCIMOptions())) +
                 DescribeQualifiers(*property) + "\n";
     }
-    std::vector<boost::shared_ptr<ICIMMethodDecl>> methods;
-    cimClass.EnumMethodDecls(TAddToVectorCallback<ICIMMethodDecl>(methods), TCIMOptions());
-    for (const auto& method : methods) {
+    for (const auto& method : All<ICIMMethodDecl>(cimClass, &ICIMClass::EnumMethodDecls)) {
         text += "  method " + method->GetName(TCIMOptions()) + " " +
                 method->GetType(TCIMOptions()).GetName() + DescribeQualifiers(*method) + "\n";
-        std::vector<boost::shared_ptr<ICIMParameterDecl>> parameters;
-        method->EnumParameterDecls(TAddToVectorCallback<ICIMParameterDecl>(parameters),
-                                   TCIMOptions());
-        for (const auto& parameter : parameters) {
+        for (const auto& parameter :
+             All<ICIMParameterDecl>(*method, &ICIMMethodDecl::EnumParameterDecls)) {
             text += "    parameter " + parameter->GetName(TCIMOptions()) + " " +
                     parameter->GetType(TCIMOptions()).GetName() +
                     DescribeEmbeddedObject(parameter->GetEmbeddedObject(TCIMOptions())) +
@@ -77,13 +84,11 @@ inline std::string DescribeClass(ICIMClass& cimClass) {
     return text;
 }
 
-// " Name='a' Codes=null embedded object" for each property that holds a value or says what its
-// text holds.
-inline std::string DescribeProperties(ICIMInstance& instance) {
-    std::vector<boost::shared_ptr<ICIMProperty>> properties;
-    instance.EnumProperties(TAddToVectorCallback<ICIMProperty>(properties), TCIMOptions());
-    std::string text;
-    for (const auto& property : properties) {
+// "instance T_Base Name='a' Codes=null embedded object": the properties that hold a value or say
+// what their text holds.
+inline std::string DescribeInstance(ICIMInstance& instance) {
+    std::string text = "instance " + instance.GetClass(TCIMOptions())->GetName(TCIMOptions());
+    for (const auto& property : All<ICIMProperty>(instance, &ICIMInstance::EnumProperties)) {
         const TCIMValue& value = property->GetValue(TCIMOptions());
         const EEmbeddedObject embedded = property->GetEmbeddedObject(TCIMOptions());
         if (!value.IsNull() || embedded != kEmbeddedNone) {
@@ -92,7 +97,7 @@ inline std::string DescribeProperties(ICIMInstance& instance) {
                     DescribeEmbeddedObject(embedded);
         }
     }
-    return text;
+    return text + "\n";
 }
 
 // Every case starts from these: Key (property scope) and Description (translatable) to qualify
@@ -119,27 +124,27 @@ const char kBaseSchema[] =
 
 struct TSchemaCase {
     const char* m_title;
-    std::string m_objects; // the content of one DECLGROUP
+    std::string m_objects; // the content of one DECLGROUP, or a whole document from <CIM on
     std::string m_log;     // then "status N" when the parse ended with an exception
-    // Each qualifier declaration the objects added ("qualifier Q ..."), then each class
-    // (DescribeClass) and each instance ("instance C" and DescribeProperties) they collected.
+    // Each qualifier declaration added ("qualifier Q ..."), each class (DescribeClass) and
+    // instance (DescribeInstance) collected, then each class committed but not collected
+    // ("committed class C") and the number of such instances ("committed instances N").
     std::string m_schema;
 };
 
 inline void RunSchemaCases(const std::vector<TSchemaCase>& cases, EMode mode = kDefaultMode) {
     for (const TSchemaCase& c : cases) {
         SCOPED_TRACE(c.m_title);
-        const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
-        ASSERT_EQ("", ParseDocument(cimNamespace, InDeclGroup(kBaseSchema)).m_log);
-        std::vector<boost::shared_ptr<ICIMQualifierDecl>> decls;
-        cimNamespace->EnumQualifierDecls(TAddToVectorCallback<ICIMQualifierDecl>(decls),
-                                         TCIMOptions());
-        const size_t baseDecls = decls.size();
-        const TParseResult parsed = ParseDocument(cimNamespace, InDeclGroup(c.m_objects), mode);
-        decls.clear();
-        cimNamespace->EnumQualifierDecls(TAddToVectorCallback<ICIMQualifierDecl>(decls),
-                                         TCIMOptions());
+        const boost::shared_ptr<ICIMNamespace> space = TMemoryNamespace::Create();
+        ASSERT_EQ("", ParseDocument(space, InDeclGroup(kBaseSchema)).m_log);
+        const size_t baseDecls =
+            All<ICIMQualifierDecl>(*space, &ICIMNamespace::EnumQualifierDecls).size();
+        const size_t baseClasses = All<ICIMClass>(*space, &ICIMNamespace::EnumClasses).size();
+        const bool whole = strncasecmp(c.m_objects.c_str(), "<CIM", 4) == 0;
+        const TParseResult parsed =
+            ParseDocument(space, whole ? c.m_objects : InDeclGroup(c.m_objects), mode);
         std::string schema;
+        const auto decls = All<ICIMQualifierDecl>(*space, &ICIMNamespace::EnumQualifierDecls);
         for (size_t i = baseDecls; i < decls.size(); ++i) {
             ICIMQualifierDecl& decl = *decls[i];
             schema += "qualifier " + decl.GetName(TCIMOptions()) + " " +
@@ -151,8 +156,22 @@ inline void RunSchemaCases(const std::vector<TSchemaCase>& cases, EMode mode = k
             schema += DescribeClass(*cimClass);
         }
         for (const auto& instance : parsed.m_instances) {
-            schema += "instance " + instance->GetClass(TCIMOptions())->GetName(TCIMOptions()) +
-                      DescribeProperties(*instance) + "\n";
+            schema += DescribeInstance(*instance);
+        }
+        const auto classes = All<ICIMClass>(*space, &ICIMNamespace::EnumClasses);
+        for (size_t i = baseClasses, collected = 0; i < classes.size(); ++i) {
+            if (collected < parsed.m_classes.size() &&
+                classes[i]->GetName(TCIMOptions()) ==
+                    parsed.m_classes[collected]->GetName(TCIMOptions())) {
+                ++collected;
+            } else {
+                schema += "committed class " + classes[i]->GetName(TCIMOptions()) + "\n";
+            }
+        }
+        const size_t instances = All<ICIMInstance>(*space, &ICIMNamespace::EnumInstances).size();
+        if (instances != parsed.m_instances.size()) {
+            schema += "committed instances " +
+                      std::to_string(instances - parsed.m_instances.size()) + "\n";
         }
         EXPECT_EQ(c.m_log,
                   parsed.m_log + (parsed.m_status == 0
