@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -127,30 +127,18 @@ TEST(HostileInput, LoadsLargeValuesAndLongChainsWithoutWorkPerMissingElement) {
 
 // Each is reported with its text trimmed, and stored as a null that still has its type.
 TEST(HostileInput, StoresValuesOutsideTheirTypeAsNullsOfThatType) {
-    const char* const cases[][2] = {
-        {"uint8", "256"},
-        {"uint8", "-1"},
-        {"sint8", "128"},
-        {"sint8", "-129"},
-        {"uint16", "65536"},
-        {"sint16", "32768"},
-        {"sint16", "-32769"},
-        {"uint32", "4294967296"},
-        {"sint32", "2147483648"},
-        {"sint32", "-2147483649"},
-        {"uint64", "18446744073709551616"},
-        {"uint64", "abc"},
-        {"sint64", "9223372036854775808"},
-        {"sint64", "-9223372036854775809"},
-        {"boolean", "yes"},
-        {"char16", "ab"},
-        {"real32", "1e39"},
-    };
+    // Pairs of a type and a text that does not fit it.
+    std::istringstream cases(
+        "uint8 256 uint8 -1 sint8 128 sint8 -129 uint16 65536 sint16 32768 sint16 -32769 "
+        "uint32 4294967296 sint32 2147483648 sint32 -2147483649 uint64 18446744073709551616 "
+        "uint64 abc sint64 9223372036854775808 sint64 -9223372036854775809 boolean yes "
+        "char16 ab real32 1e39");
     std::string properties;
     std::string values;
     std::string log;
-    for (size_t i = 0; i < std::size(cases); ++i) {
-        const std::string name = "P" + std::to_string(i), type = cases[i][0], text = cases[i][1];
+    size_t count = 0;
+    for (std::string type, text; cases >> type >> text; ++count) {
+        const std::string name = "P" + std::to_string(count);
         properties += "<PROPERTY NAME='" + name + "' TYPE='" + type + "'/>";
         values += "<PROPERTY NAME='" + name + "' TYPE='" + type + "'><VALUE> " + text +
                   "\t</VALUE></PROPERTY>";
@@ -166,7 +154,7 @@ TEST(HostileInput, StoresValuesOutsideTheirTypeAsNullsOfThatType) {
     std::vector<boost::shared_ptr<ICIMProperty>> stored;
     parsed.m_instances[0]->EnumProperties(TAddToVectorCallback<ICIMProperty>(stored),
                                           TCIMOptions());
-    ASSERT_EQ(std::size(cases), stored.size());
+    ASSERT_EQ(count, stored.size());
     for (const auto& property : stored) {
         const TCIMValue& value = property->GetValue(TCIMOptions());
         EXPECT_TRUE(value.IsNull()) << property->GetName(TCIMOptions());

@@ -15,14 +15,10 @@ namespace NQRN20 {
 
 // What one of the Enum functions of an object gives, as a vector.
 template <class TElement, class TObject, class... TArgs>
-std::vector<boost::shared_ptr<TElement>> All(TObject& object, void (TObject::*enumerate)(TArgs...),
-                                             const std::string& className = "") {
+std::vector<boost::shared_ptr<TElement>> All(TObject& object,
+                                             void (TObject::*enumerate)(TArgs...)) {
     std::vector<boost::shared_ptr<TElement>> all;
-    if constexpr (sizeof...(TArgs) == 3) {
-        (object.*enumerate)(className, TAddToVectorCallback<TElement>(all), TCIMOptions());
-    } else {
-        (object.*enumerate)(TAddToVectorCallback<TElement>(all), TCIMOptions());
-    }
+    (object.*enumerate)(TAddToVectorCallback<TElement>(all), TCIMOptions());
     return all;
 }
 
@@ -126,9 +122,8 @@ struct TSchemaCase {
     const char* m_title;
     std::string m_objects; // the content of one DECLGROUP, or a whole document from <CIM on
     std::string m_log;     // then "status N" when the parse ended with an exception
-    // Each qualifier declaration added ("qualifier Q ..."), each class (DescribeClass) and
-    // instance (DescribeInstance) collected, then each class committed but not collected
-    // ("committed class C") and the number of such instances ("committed instances N").
+    // Qualifier declarations added, classes and instances collected, then classes and the
+    // number of instances committed but not collected.
     std::string m_schema;
 };
 
@@ -145,12 +140,11 @@ inline void RunSchemaCases(const std::vector<TSchemaCase>& cases, EMode mode = k
             ParseDocument(space, whole ? c.m_objects : InDeclGroup(c.m_objects), mode);
         std::string schema;
         const auto decls = All<ICIMQualifierDecl>(*space, &ICIMNamespace::EnumQualifierDecls);
-        for (size_t i = baseDecls; i < decls.size(); ++i) {
-            ICIMQualifierDecl& decl = *decls[i];
-            schema += "qualifier " + decl.GetName(TCIMOptions()) + " " +
-                      DescribeValue(decl.GetValue(TCIMOptions())) + " scope " +
-                      std::to_string(decl.GetScope(TCIMOptions())) + " flavor " +
-                      std::to_string(decl.GetFlavor(TCIMOptions())) + "\n";
+        for (auto decl = decls.begin() + long(baseDecls); decl != decls.end(); ++decl) {
+            schema += "qualifier " + (*decl)->GetName(TCIMOptions()) + " " +
+                      DescribeValue((*decl)->GetValue(TCIMOptions())) + " scope " +
+                      std::to_string((*decl)->GetScope(TCIMOptions())) + " flavor " +
+                      std::to_string((*decl)->GetFlavor(TCIMOptions())) + "\n";
         }
         for (const auto& cimClass : parsed.m_classes) {
             schema += DescribeClass(*cimClass);
@@ -168,23 +162,15 @@ inline void RunSchemaCases(const std::vector<TSchemaCase>& cases, EMode mode = k
                 schema += "committed class " + classes[i]->GetName(TCIMOptions()) + "\n";
             }
         }
-        const size_t instances = All<ICIMInstance>(*space, &ICIMNamespace::EnumInstances).size();
-        if (instances != parsed.m_instances.size()) {
-            schema += "committed instances " +
-                      std::to_string(instances - parsed.m_instances.size()) + "\n";
+        std::vector<boost::shared_ptr<ICIMInstance>> all;
+        space->EnumInstances("", TAddToVectorCallback<ICIMInstance>(all), TCIMOptions());
+        if (const size_t extra = all.size() - parsed.m_instances.size()) {
+            schema += "committed instances " + std::to_string(extra) + "\n";
         }
-        EXPECT_EQ(c.m_log,
-                  parsed.m_log + (parsed.m_status == 0
-                                      ? ""
-                                      : "status " + std::to_string(parsed.m_status) + "\n"));
+        const std::string status = "status " + std::to_string(parsed.m_status) + "\n";
+        EXPECT_EQ(c.m_log, parsed.m_log + (parsed.m_status == 0 ? "" : status));
         EXPECT_EQ(c.m_schema, schema);
     }
-}
-
-// A class T_B with the given attributes and content, in its VALUE.OBJECT.
-inline std::string ClassB(const std::string& content, const std::string& attributes = "") {
-    return "<VALUE.OBJECT><CLASS NAME='T_B'" + attributes + ">" + content +
-           "</CLASS></VALUE.OBJECT>";
 }
 
 } // namespace NQRN20

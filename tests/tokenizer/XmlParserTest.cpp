@@ -94,7 +94,7 @@ struct TCase {
     const char* m_events; // separated by '|'
 };
 
-void RunCases(const std::vector<TCase>& cases, EErrors errors, bool lines = false) {
+void RunCases(const std::vector<TCase>& cases, EErrors errors = kErrorsThrow, bool lines = false) {
     for (const TCase& c : cases) {
         SCOPED_TRACE(c.m_document);
         std::string expected = std::string(c.m_events) + "|";
@@ -107,145 +107,135 @@ const char kSample[] = "<?xml version='1.0'?>\n<!-- sample -->\n"
                        "<A Name='n' b='1 &lt; 2'><?pi x?>t&amp;u&#x41;<B/>\n</A>\n";
 
 TEST(TXmlParser, ScansThePrologAndWhatFollowsTheRootElement) {
-    RunCases(
-        {
-            {kSample, "start A b='1 &lt; 2' name='n'|pi TBD TBD|text 't'|text '&'|text 'u'|"
-                      "text 'A'|start B|end B|text '\\n'|end A"},
-            {"", "error 1: Unexpected character before prolog"},
-            {"\n<A/>", "error 2: Unexpected character before prolog"},
-            {"\xEF\xBB\xBF<A/>", "start A|end A"},
-            {"<!-- c --><A/>", "error 1: Invalid element/attribute name"},
-            {"<?xml?>\n<!-- c -->\n<?p?>\n<A/>", "pi TBD TBD|start A|end A"},
-            {"<?xml version='1.0'?><!DOCTYPE CIM SYSTEM 'x.dtd'><CIM/>", "start CIM|end CIM"},
-            {"<?xml?><!doctype CIM><CIM/>", "error 1: Unexpected character in doctypedecl"},
-            {"<?xml?><!DOCTYPE a><!DOCTYPE b><a/>", "error 1: Invalid element/attribute name"},
-            {"<?xml?><!DOCTYPE a [<!ELEMENT a ANY>]><a/>",
-             "error 1: Unexpected character before element"},
-            {"<?xml?><%x%><A/>", "error 1: Invalid XML '<%' characters encountered"},
-            {"<?xml version='1.0'", "error 1: Unterminated XML declaration"},
-            {"<?xml?><!DOCTYPE a", "error 1: Unterminated document type declaration"},
-            {"<?xml?><!-- c", "error 1: Unterminated comment"},
-            {"<?xml?><?p", "error 1: Unterminated processing instruction"},
-            {"<?xml?>", "error 1: Unexpected character before element"},
-            {"<A/> <!-- c --> <?p?>\n", "start A|end A|pi TBD TBD"},
-            {"<A/><B/>", "start A|end A|error 1: Unexpected content after the root element"},
-            {"<A/>\n</A>", "start A|end A|error 2: Unexpected content after the root element"},
-            {"<A/><%x%>", "start A|end A|error 1: Invalid XML '<%' characters encountered"},
-        },
-        kErrorsThrow);
+    RunCases({
+        {kSample, "start A b='1 &lt; 2' name='n'|pi TBD TBD|text 't'|text '&'|text 'u'|"
+                  "text 'A'|start B|end B|text '\\n'|end A"},
+        {"", "error 1: Unexpected character before prolog"},
+        {"\n<A/>", "error 2: Unexpected character before prolog"},
+        {"\xEF\xBB\xBF<A/>", "start A|end A"},
+        {"<!-- c --><A/>", "error 1: Invalid element/attribute name"},
+        {"<?xml?>\n<!-- c -->\n<?p?>\n<A/>", "pi TBD TBD|start A|end A"},
+        {"<?xml version='1.0'?><!DOCTYPE CIM SYSTEM 'x.dtd'><CIM/>", "start CIM|end CIM"},
+        {"<?xml?><!doctype CIM><CIM/>", "error 1: Unexpected character in doctypedecl"},
+        {"<?xml?><!DOCTYPE a><!DOCTYPE b><a/>", "error 1: Invalid element/attribute name"},
+        {"<?xml?><!DOCTYPE a [<!ELEMENT a ANY>]><a/>",
+         "error 1: Unexpected character before element"},
+        {"<?xml?><%x%><A/>", "error 1: Invalid XML '<%' characters encountered"},
+        {"<?xml version='1.0'", "error 1: Unterminated XML declaration"},
+        {"<?xml?><!DOCTYPE a", "error 1: Unterminated document type declaration"},
+        {"<?xml?><!-- c", "error 1: Unterminated comment"},
+        {"<?xml?><?p", "error 1: Unterminated processing instruction"},
+        {"<?xml?>", "error 1: Unexpected character before element"},
+        {"<A/> <!-- c --> <?p?>\n", "start A|end A|pi TBD TBD"},
+        {"<A/><B/>", "start A|end A|error 1: Unexpected content after the root element"},
+        {"<A/>\n</A>", "start A|end A|error 2: Unexpected content after the root element"},
+        {"<A/><%x%>", "start A|end A|error 1: Invalid XML '<%' characters encountered"},
+    });
 }
 
 TEST(TXmlParser, ScansNamesTagsAndAttributes) {
-    RunCases(
-        {
-            {"<_a/>", "start _a|end _a"},
-            {"<:a.b-c_d:e9></:a.b-c_d:e9>", "start :a.b-c_d:e9|end :a.b-c_d:e9"},
-            {"<1a/>", "error 1: Invalid element/attribute name"},
-            {"<-a/>", "error 1: Invalid element/attribute name"},
-            {"<a\xC3\xA9/>", "error 1: Unexpected character before end of element"},
-            {"<", "error 1: Invalid element/attribute name"},
-            {"<A", "error 1: Unexpected character before end of element"},
-            {"<A / >", "error 1: Unexpected character before end of element"},
-            {"<A x='1'y='2'/>", "error 1: Unexpected character before end of element"},
-            {"<A x = '1' />", "start A x='1'|end A"},
-            {"<A\tX='1'\r\nY=\"2\"></A >", "start A x='1' y='2'|end A"},
-            {"<A x='say \"hi\"' y=\"it's\"/>", "start A x='say \"hi\"' y='it's'|end A"},
-            {"<A x='a\nb'/>", "start A x='a\nb'|end A"},
-            {"<A NAME='x' name='y'/>", "error 1: Attribute appears twice"},
-            {"<A NAME='x' name='x' nAmE=\"x\"/>", "start A name='x'|end A"},
-            {"<A x/>", "error 1: Unexpected character between attribute name and value"},
-            {"<A x=1/>", "error 1: Unexpected character after equals of attribute name"},
-            {"<A x='a<b'/>", "error 1: Unexpected character(<) in attribute value"},
-            {"<A x='&#65;'/>", "error 1: Unexpected character(&) in attribute value"},
-            {"<A x='&Amp;&lt;&GT;&quot;&apos;'/>", "start A x='&Amp;&lt;&GT;&quot;&apos;'|end A"},
-            {"<A x='1", "error 1: End of input inside an attribute value"},
-            {"<A x='&amp", "error 1: Unexpected character(&) in attribute value"},
-            {"<A %x='1'/>", "error 1: Unexpected character before end of element"},
-            {"<A></a>", "start A|error 1: Start and end element names don't match"},
-            {"<A></AB>", "start A|error 1: Start and end element names don't match"},
-            {"<AB></A>", "start AB|error 1: Start and end element names don't match"},
-            {"<A></A x>", "start A|error 1: Unexpected character before end of element"},
-            {"<A></1>", "start A|error 1: Invalid element/attribute name"},
-            {"<A>text", "start A|text 'text'|error 1: Unexpected character where element expected"},
-            {"<A><", "start A|error 1: Invalid element/attribute name"},
-            // Every tag's map is refilled from the last one's: nothing of one may show in the next.
-            {"<A long='a value longer than any short string' b='2'><B/><C c='3'/></A>",
-             "start A b='2' long='a value longer than any short string'|start B|end B|"
-             "start C c='3'|end C|end A"},
-        },
-        kErrorsThrow);
+    RunCases({
+        {"<_a/>", "start _a|end _a"},
+        {"<:a.b-c_d:e9></:a.b-c_d:e9>", "start :a.b-c_d:e9|end :a.b-c_d:e9"},
+        {"<1a/>", "error 1: Invalid element/attribute name"},
+        {"<-a/>", "error 1: Invalid element/attribute name"},
+        {"<a\xC3\xA9/>", "error 1: Unexpected character before end of element"},
+        {"<", "error 1: Invalid element/attribute name"},
+        {"<A", "error 1: Unexpected character before end of element"},
+        {"<A / >", "error 1: Unexpected character before end of element"},
+        {"<A x='1'y='2'/>", "error 1: Unexpected character before end of element"},
+        {"<A x = '1' />", "start A x='1'|end A"},
+        {"<A\tX='1'\r\nY=\"2\"></A >", "start A x='1' y='2'|end A"},
+        {"<A x='say \"hi\"' y=\"it's\"/>", "start A x='say \"hi\"' y='it's'|end A"},
+        {"<A x='a\nb'/>", "start A x='a\nb'|end A"},
+        {"<A NAME='x' name='y'/>", "error 1: Attribute appears twice"},
+        {"<A NAME='x' name='x' nAmE=\"x\"/>", "start A name='x'|end A"},
+        {"<A x/>", "error 1: Unexpected character between attribute name and value"},
+        {"<A x=1/>", "error 1: Unexpected character after equals of attribute name"},
+        {"<A x='a<b'/>", "error 1: Unexpected character(<) in attribute value"},
+        {"<A x='&#65;'/>", "error 1: Unexpected character(&) in attribute value"},
+        {"<A x='&Amp;&lt;&GT;&quot;&apos;'/>", "start A x='&Amp;&lt;&GT;&quot;&apos;'|end A"},
+        {"<A x='1", "error 1: End of input inside an attribute value"},
+        {"<A x='&amp", "error 1: Unexpected character(&) in attribute value"},
+        {"<A %x='1'/>", "error 1: Unexpected character before end of element"},
+        {"<A></a>", "start A|error 1: Start and end element names don't match"},
+        {"<A></AB>", "start A|error 1: Start and end element names don't match"},
+        {"<AB></A>", "start AB|error 1: Start and end element names don't match"},
+        {"<A></A x>", "start A|error 1: Unexpected character before end of element"},
+        {"<A></1>", "start A|error 1: Invalid element/attribute name"},
+        {"<A>text", "start A|text 'text'|error 1: Unexpected character where element expected"},
+        {"<A><", "start A|error 1: Invalid element/attribute name"},
+        // Every tag's map is refilled from the last one's: nothing of one may show in the next.
+        {"<A long='a value longer than any short string' b='2'><B/><C c='3'/></A>",
+         "start A b='2' long='a value longer than any short string'|start B|end B|"
+         "start C c='3'|end C|end A"},
+    });
 }
 
 // The scans classify bytes through tables: bytes that end one kind of run must stay ordinary in
 // the others, and bytes above 0x7F are ordinary everywhere but in names.
 TEST(TXmlParser, EndsEachRunOnlyAtItsOwnBytes) {
-    RunCases(
-        {
-            {"<A>\xC3\xA9'\"=/>\x7F\xFF</A>", "start A|text '\\xC3\\xA9'\"=/>\\x7F\\xFF'|end A"},
-            {"<A x='\xFF>/=\"' y=\"'\xC3\"/>", "start A x='\xFF>/=\"' y=''\xC3'|end A"},
-            {"<A x='a&lt;b' y=\"&amp;\"/>", "start A x='a&lt;b' y='&amp;'|end A"},
-            {"<A x\xC3='1'/>", "error 1: Unexpected character between attribute name and value"},
-            {"<A\vx='1'/>", "error 1: Unexpected character before end of element"},
-            {"<A x='1'\f/>", "error 1: Unexpected character before end of element"},
-            {"<A x='1\">", "error 1: End of input inside an attribute value"},
-        },
-        kErrorsThrow);
+    RunCases({
+        {"<A>\xC3\xA9'\"=/>\x7F\xFF</A>", "start A|text '\\xC3\\xA9'\"=/>\\x7F\\xFF'|end A"},
+        {"<A x='\xFF>/=\"' y=\"'\xC3\"/>", "start A x='\xFF>/=\"' y=''\xC3'|end A"},
+        {"<A x='a&lt;b' y=\"&amp;\"/>", "start A x='a&lt;b' y='&amp;'|end A"},
+        {"<A x\xC3='1'/>", "error 1: Unexpected character between attribute name and value"},
+        {"<A\vx='1'/>", "error 1: Unexpected character before end of element"},
+        {"<A x='1'\f/>", "error 1: Unexpected character before end of element"},
+        {"<A x='1\">", "error 1: End of input inside an attribute value"},
+    });
 }
 
 TEST(TXmlParser, DeliversTextReferencesAndLineEndsInOrder) {
-    RunCases(
-        {
-            {"<A>a&b</A>", "start A|text 'a'|error 1: Unknown entity reference"},
-            {"<A>&AMP;&Lt;&gT;&QUOT;&apos;</A>",
-             "start A|text '&'|text '<'|text '>'|text '\"'|text '''|end A"},
-            {"<A>&#65;&#x41;&#X6a;&#1000;</A>",
-             "start A|text 'A'|text 'A'|text 'j'|text '\\xCF\\xA8'|end A"},
-            {"<A>&#x;</A>", "start A|error 1: Invalid hex character"},
-            {"<A>&#12a;</A>", "start A|error 1: Unknown entity reference"},
-            {"<A>&#xfg;</A>", "start A|error 1: Unknown entity reference"},
-            {"<A>&am;</A>", "start A|error 1: Unknown entity reference"},
-            {"<A>&aPoS;&apox;</A>", "start A|text '''|error 1: Unknown entity reference"},
-            {"<A>&</A>", "start A|error 1: Unknown entity reference"},
-            {"<A>x<![CDATA[y]]>z</A>", "start A|text 'x'|text 'y'|text 'z'|end A"},
-            {"<A><![CDATA[]]><![CDATA[<&]]]></A>", "start A|text '<&]'|end A"},
-            {"<A><![CDATA[x", "start A|error 1: Unterminated CDATA section"},
-            {"<A><!DOCTYPE x></A>", "start A|error 1: Unexpected markup in element content"},
-            {"<A><!-- c -- d --><?p?>x</A>", "start A|pi TBD TBD|text 'x'|end A"},
-            {"<A><!-- unterminated </A>", "start A|error 1: Unterminated comment"},
-            {"<A><?unterminated </A>", "start A|error 1: Unterminated processing instruction"},
-            {"<A>x<%y%></A>", "start A|text 'x'|error 1: Invalid XML '<%' characters encountered"},
-            {"<A> <B/>\t</A>", "start A|text ' '|start B|end B|text '\\x09'|end A"},
-            {"<A>a\r\nb\rc\r\n\r\n</A>", "start A|text 'a'|text '\\n'|text 'b'|text '\\n'|text "
-                                         "'c'|text '\\n'|text '\\n'|end A"},
-            {"<A x='a\r\nb\rc' y='\r'/>", "start A x='a\nb\nc' y='\n'|end A"},
-            {"<A><![CDATA[a\r\nb]]></A>", "start A|text 'a'|text '\\n'|text 'b'|end A"},
-            {"<A>&#13;&#xD;\r</A>", "start A|text '\\x0D'|text '\\x0D'|text '\\n'|end A"},
-            {"<A>caf&#233;&#x20AC;&#x1F600;&#x10FFFF;</A>",
-             "start A|text 'caf'|text '\\xC3\\xA9'|text '\\xE2\\x82\\xAC'|"
-             "text '\\xF0\\x9F\\x98\\x80'|text '\\xF4\\x8F\\xBF\\xBF'|end A"},
-            {"<A>&#0;</A>", "start A|error 1: Invalid character reference"},
-            {"<A>&#xD800;</A>", "start A|error 1: Invalid character reference"},
-            {"<A>&#x110000;</A>", "start A|error 1: Invalid character reference"},
-            {"<A>&#99999999999999999999;</A>", "start A|error 1: Invalid character reference"},
-        },
-        kErrorsThrow);
+    RunCases({
+        {"<A>a&b</A>", "start A|text 'a'|error 1: Unknown entity reference"},
+        {"<A>&AMP;&Lt;&gT;&QUOT;&apos;</A>",
+         "start A|text '&'|text '<'|text '>'|text '\"'|text '''|end A"},
+        {"<A>&#65;&#x41;&#X6a;&#1000;</A>",
+         "start A|text 'A'|text 'A'|text 'j'|text '\\xCF\\xA8'|end A"},
+        {"<A>&#x;</A>", "start A|error 1: Invalid hex character"},
+        {"<A>&#12a;</A>", "start A|error 1: Unknown entity reference"},
+        {"<A>&#xfg;</A>", "start A|error 1: Unknown entity reference"},
+        {"<A>&am;</A>", "start A|error 1: Unknown entity reference"},
+        {"<A>&aPoS;&apox;</A>", "start A|text '''|error 1: Unknown entity reference"},
+        {"<A>&</A>", "start A|error 1: Unknown entity reference"},
+        {"<A>x<![CDATA[y]]>z</A>", "start A|text 'x'|text 'y'|text 'z'|end A"},
+        {"<A><![CDATA[]]><![CDATA[<&]]]></A>", "start A|text '<&]'|end A"},
+        {"<A><![CDATA[x", "start A|error 1: Unterminated CDATA section"},
+        {"<A><!DOCTYPE x></A>", "start A|error 1: Unexpected markup in element content"},
+        {"<A><!-- c -- d --><?p?>x</A>", "start A|pi TBD TBD|text 'x'|end A"},
+        {"<A><!-- unterminated </A>", "start A|error 1: Unterminated comment"},
+        {"<A><?unterminated </A>", "start A|error 1: Unterminated processing instruction"},
+        {"<A>x<%y%></A>", "start A|text 'x'|error 1: Invalid XML '<%' characters encountered"},
+        {"<A> <B/>\t</A>", "start A|text ' '|start B|end B|text '\\x09'|end A"},
+        {"<A>a\r\nb\rc\r\n\r\n</A>", "start A|text 'a'|text '\\n'|text 'b'|text '\\n'|text "
+                                     "'c'|text '\\n'|text '\\n'|end A"},
+        {"<A x='a\r\nb\rc' y='\r'/>", "start A x='a\nb\nc' y='\n'|end A"},
+        {"<A><![CDATA[a\r\nb]]></A>", "start A|text 'a'|text '\\n'|text 'b'|end A"},
+        {"<A>&#13;&#xD;\r</A>", "start A|text '\\x0D'|text '\\x0D'|text '\\n'|end A"},
+        {"<A>caf&#233;&#x20AC;&#x1F600;&#x10FFFF;</A>",
+         "start A|text 'caf'|text '\\xC3\\xA9'|text '\\xE2\\x82\\xAC'|"
+         "text '\\xF0\\x9F\\x98\\x80'|text '\\xF4\\x8F\\xBF\\xBF'|end A"},
+        {"<A>&#0;</A>", "start A|error 1: Invalid character reference"},
+        {"<A>&#xD800;</A>", "start A|error 1: Invalid character reference"},
+        {"<A>&#x110000;</A>", "start A|error 1: Invalid character reference"},
+        {"<A>&#99999999999999999999;</A>", "start A|error 1: Invalid character reference"},
+    });
 }
 
 TEST(TXmlParser, ReadsUtf8AsciiAndLatin1AndRefusesOtherEncodings) {
-    RunCases(
-        {
-            {"<?xml version='1.0' encoding='UTF-8'?><A>\xC3\xA9</A>",
-             "start A|text '\\xC3\\xA9'|end A"},
-            {"\xEF\xBB\xBF<?xml version=\"1.0\" encoding = \"us-ascii\" ?><A/>", "start A|end A"},
-            {"<?xml version='1.0' encoding='ISO-8859-1'?><A x='\xE9'>caf\xE9</A>",
-             "start A x='\xC3\xA9'|text 'caf\\xC3\\xA9'|end A"},
-            {"<?xml version='1.0' encoding='Latin1'?><A>plain</A>", "start A|text 'plain'|end A"},
-            {"<?xml version='1.0' encoding='Shift_JIS'?><A/>",
-             "error 1: Unsupported encoding 'Shift_JIS'"},
-            {"\xFF\xFE<", "error 1: Unsupported encoding 'UTF-16LE'"},
-            {"\xFE\xFF", "error 1: Unsupported encoding 'UTF-16BE'"},
-        },
-        kErrorsThrow);
+    RunCases({
+        {"<?xml version='1.0' encoding='UTF-8'?><A>\xC3\xA9</A>",
+         "start A|text '\\xC3\\xA9'|end A"},
+        {"\xEF\xBB\xBF<?xml version=\"1.0\" encoding = \"us-ascii\" ?><A/>", "start A|end A"},
+        {"<?xml version='1.0' encoding='ISO-8859-1'?><A x='\xE9'>caf\xE9</A>",
+         "start A x='\xC3\xA9'|text 'caf\\xC3\\xA9'|end A"},
+        {"<?xml version='1.0' encoding='Latin1'?><A>plain</A>", "start A|text 'plain'|end A"},
+        {"<?xml version='1.0' encoding='Shift_JIS'?><A/>",
+         "error 1: Unsupported encoding 'Shift_JIS'"},
+        {"\xFF\xFE<", "error 1: Unsupported encoding 'UTF-16LE'"},
+        {"\xFE\xFF", "error 1: Unsupported encoding 'UTF-16BE'"},
+    });
     // The first bytes of a wide document are zero in places: only its length shows them.
     const std::pair<std::string, const char*> wide[] = {
         {std::string("\0<\0?", 4), "UTF-16BE"},       {std::string("<\0?\0", 4), "UTF-16LE"},
@@ -281,24 +271,21 @@ TEST(TXmlParser, CountsLinesInWhicheverBufferADerivedClassPointsAt) {
 }
 
 TEST(TXmlParser, ReadsTheRejectionsThatStartElementWritesIntoTheAttributeMap) {
-    RunCases(
-        {
-            // A rejected root child is still scanned to its end; the rest of the root is then
-            // left over after it.
-            {"<R><A reject='format'><B/></A><C/></R>",
-             "start R|start A reject='format'|start B|end B|end A|"
-             "error 1: Unexpected content after the root element"},
-            // One level deeper, the next end tag belongs to the element that stopped.
-            {"<R><P><A reject='format'/><B/></P></R>",
-             "start R|start P|start A reject='format'|end A|start B|end B|"
-             "error 1: Start and end element names don't match"},
-            // A refused value's end tag goes unreported.
-            {"<R><VALUE reject='value'>x</VALUE></R>",
-             "start R|start VALUE reject='value'|text 'x'|end R"},
-            {"<R><VALUE reject='value'/></R>",
-             "start R|start VALUE reject='value'|end VALUE|end R"},
-        },
-        kErrorsThrow);
+    RunCases({
+        // A rejected root child is still scanned to its end; the rest of the root is then
+        // left over after it.
+        {"<R><A reject='format'><B/></A><C/></R>",
+         "start R|start A reject='format'|start B|end B|end A|"
+         "error 1: Unexpected content after the root element"},
+        // One level deeper, the next end tag belongs to the element that stopped.
+        {"<R><P><A reject='format'/><B/></P></R>",
+         "start R|start P|start A reject='format'|end A|start B|end B|"
+         "error 1: Start and end element names don't match"},
+        // A refused value's end tag goes unreported.
+        {"<R><VALUE reject='value'>x</VALUE></R>",
+         "start R|start VALUE reject='value'|text 'x'|end R"},
+        {"<R><VALUE reject='value'/></R>", "start R|start VALUE reject='value'|end VALUE|end R"},
+    });
 }
 
 TEST(TXmlParser, GoesOnAfterEachErrorWhenFatalErrorReturns) {

@@ -10,6 +10,13 @@ namespace NQRN20 {
 namespace {
 
 const std::string kLine = "3 CIM-XML Parser line 1:";
+
+// A class T_B with the given attributes and content, in its VALUE.OBJECT.
+std::string ClassB(const std::string& content, const std::string& attributes = "") {
+    return "<VALUE.OBJECT><CLASS NAME='T_B'" + attributes + ">" + content +
+           "</CLASS></VALUE.OBJECT>";
+}
+
 const std::string kIncompatible = kLine + "Incompatible attributes\n";
 
 std::string DeclareQ(const std::string& attributes, const std::string& content) {
