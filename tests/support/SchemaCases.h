@@ -1,15 +1,26 @@
-// Text forms of qualifier declarations and classes, and a runner that loads schema documents and
-// compares what they leave in a namespace, for tests of the schema states.
+// Text forms of qualifier declarations, classes and instances, and a runner that loads small
+// documents over a base schema and compares what they leave in a namespace, for the state tests.
 #pragma once
 
 #include "support/ParseDocument.h"
 
 #include <gtest/gtest.h>
 
+#include <strings.h>
+
 #include <string>
 #include <vector>
 
 namespace NQRN20 {
+
+// What one of the Enum functions of an object gives, as a vector.
+template <class TElement, class TObject, class... TArgs>
+std::vector<boost::shared_ptr<TElement>> All(TObject& object,
+                                             void (TObject::*enumerate)(TArgs...)) {
+    std::vector<boost::shared_ptr<TElement>> all;
+    (object.*enumerate)(TAddToVectorCallback<TElement>(all), TCIMOptions());
+    return all;
+}
 
 // "uint16[] null count 5", "string 'a'", "reference null -> T_A"; "none" is kCIMTypeNone.
 inline std::string DescribeValue(const TCIMValue& value) {
@@ -34,10 +45,8 @@ inline std::string DescribeEmbeddedObject(EEmbeddedObject kind) {
 
 // " [Key=boolean 'true' flavor 3, ...]", or nothing without qualifiers.
 inline std::string DescribeQualifiers(ICIMNamedElement& element) {
-    std::vector<boost::shared_ptr<ICIMQualifier>> qualifiers;
-    element.EnumQualifiers(TAddToVectorCallback<ICIMQualifier>(qualifiers), TCIMOptions());
     std::string text;
-    for (const auto& qualifier : qualifiers) {
+    for (const auto& qualifier : All<ICIMQualifier>(element, &ICIMNamedElement::EnumQualifiers)) {
         text += (text.empty() ? " [" : ", ") + qualifier->GetName(TCIMOptions()) + "=" +
                 DescribeValue(qualifier->GetValue(TCIMOptions())) + " flavor " +
                 std::to_string(qualifier->GetFlavor(TCIMOptions()));
@@ -51,23 +60,17 @@ inline std::string DescribeClass(ICIMClass& cimClass) {
     std::string text = "class " + cimClass.GetName(TCIMOptions()) +
                        (superClass ? " : " + superClass->GetName(TCIMOptions()) : "") +
                        DescribeQualifiers(cimClass) + "\n";
-    std::vector<boost::shared_ptr<ICIMPropertyDecl>> properties;
-    cimClass.EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(properties), TCIMOptions());
-    for (const auto& property : properties) {
+    for (const auto& property : All<ICIMPropertyDecl>(cimClass, &ICIMClass::EnumPropertyDecls)) {
         text += "  property " + property->GetName(TCIMOptions()) + " " +
                 DescribeValue(property->GetValue(TCIMOptions())) +
                 DescribeEmbeddedObject(property->GetEmbeddedObject(TCIMOptions())) +
                 DescribeQualifiers(*property) + "\n";
     }
-    std::vector<boost::shared_ptr<ICIMMethodDecl>> methods;
-    cimClass.EnumMethodDecls(TAddToVectorCallback<ICIMMethodDecl>(methods), TCIMOptions());
-    for (const auto& method : methods) {
+    for (const auto& method : All<ICIMMethodDecl>(cimClass, &ICIMClass::EnumMethodDecls)) {
         text += "  method " + method->GetName(TCIMOptions()) + " " +
                 method->GetType(TCIMOptions()).GetName() + DescribeQualifiers(*method) + "\n";
-        std::vector<boost::shared_ptr<ICIMParameterDecl>> parameters;
-        method->EnumParameterDecls(TAddToVectorCallback<ICIMParameterDecl>(parameters),
-                                   TCIMOptions());
-        for (const auto& parameter : parameters) {
+        for (const auto& parameter :
+             All<ICIMParameterDecl>(*method, &ICIMMethodDecl::EnumParameterDecls)) {
             text += "    parameter " + parameter->GetName(TCIMOptions()) + " " +
                     parameter->GetType(TCIMOptions()).GetName() +
                     DescribeEmbeddedObject(parameter->GetEmbeddedObject(TCIMOptions())) +
@@ -77,59 +80,97 @@ inline std::string DescribeClass(ICIMClass& cimClass) {
     return text;
 }
 
-// Every schema case starts from these: Key (property scope) and Description (translatable) to
-// qualify with, and the class T_A to derive from and refer to.
+// "instance T_Base Name='a' Codes=null embedded object": the properties that hold a value or say
+// what their text holds.
+inline std::string DescribeInstance(ICIMInstance& instance) {
+    std::string text = "instance " + instance.GetClass(TCIMOptions())->GetName(TCIMOptions());
+    for (const auto& property : All<ICIMProperty>(instance, &ICIMInstance::EnumProperties)) {
+        const TCIMValue& value = property->GetValue(TCIMOptions());
+        const EEmbeddedObject embedded = property->GetEmbeddedObject(TCIMOptions());
+        if (!value.IsNull() || embedded != kEmbeddedNone) {
+            text += " " + property->GetName(TCIMOptions()) + "=" +
+                    (value.IsNull() ? "null" : "'" + value.ToString() + "'") +
+                    DescribeEmbeddedObject(embedded);
+        }
+    }
+    return text + "\n";
+}
+
+// Every case starts from these: Key (property scope) and Description (translatable) to qualify
+// with; T_A to derive from and refer to; T_Base keyed by Name and Index, with a default Count;
+// T_Sub, which overrides the key Name without the qualifier; and T_Uses, to refer to them.
 const char kBaseSchema[] =
     "<QUALIFIER.DECLARATION NAME='Key' TYPE='boolean'><SCOPE PROPERTY='true'/>"
     "<VALUE>false</VALUE></QUALIFIER.DECLARATION>"
     "<QUALIFIER.DECLARATION NAME='Description' TYPE='string' TRANSLATABLE='true'>"
     "<SCOPE CLASS='true' PROPERTY='true' METHOD='true' PARAMETER='true'/>"
     "</QUALIFIER.DECLARATION>"
-    "<VALUE.OBJECT><CLASS NAME='T_A'><PROPERTY NAME='Id' TYPE='string'/></CLASS></VALUE.OBJECT>";
+    "<VALUE.OBJECT><CLASS NAME='T_A'><PROPERTY NAME='Id' TYPE='string'/></CLASS></VALUE.OBJECT>"
+    "<VALUE.OBJECT><CLASS NAME='T_Base'><PROPERTY NAME='Name' TYPE='string'>"
+    "<QUALIFIER NAME='Key' TYPE='boolean'><VALUE>true</VALUE></QUALIFIER></PROPERTY>"
+    "<PROPERTY NAME='Index' TYPE='uint16'><QUALIFIER NAME='Key' TYPE='boolean'>"
+    "<VALUE>true</VALUE></QUALIFIER></PROPERTY>"
+    "<PROPERTY NAME='Count' TYPE='uint32'><VALUE>5</VALUE></PROPERTY>"
+    "<PROPERTY NAME='When' TYPE='datetime'/><PROPERTY.ARRAY NAME='Codes' TYPE='uint16'/>"
+    "<PROPERTY.REFERENCE NAME='Peer' REFERENCECLASS='T_A'/></CLASS></VALUE.OBJECT>"
+    "<VALUE.OBJECT><CLASS NAME='T_Sub' SUPERCLASS='T_Base'>"
+    "<PROPERTY NAME='Name' TYPE='string'/></CLASS></VALUE.OBJECT>"
+    "<VALUE.OBJECT><CLASS NAME='T_Uses'><PROPERTY.REFERENCE NAME='Ref' REFERENCECLASS='T_Base'/>"
+    "</CLASS></VALUE.OBJECT><VALUE.OBJECT><CLASS NAME='ZKV_ComputerSystem'/></VALUE.OBJECT>";
 
 struct TSchemaCase {
     const char* m_title;
-    std::string m_objects; // the content of one DECLGROUP
-    std::string m_log;
-    // Each qualifier declaration the objects added ("qualifier Q ..."), then each class they
-    // collected (DescribeClass).
+    std::string m_objects; // the content of one DECLGROUP, or a whole document from <CIM on
+    std::string m_log;     // then "status N" when the parse ended with an exception
+    // Qualifier declarations added, classes and instances collected, then classes and the
+    // number of instances committed but not collected.
     std::string m_schema;
 };
 
-inline void RunSchemaCases(const std::vector<TSchemaCase>& cases) {
+inline void RunSchemaCases(const std::vector<TSchemaCase>& cases, EMode mode = kDefaultMode) {
     for (const TSchemaCase& c : cases) {
         SCOPED_TRACE(c.m_title);
-        const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
-        ASSERT_EQ("", ParseDocument(cimNamespace, InDeclGroup(kBaseSchema)).m_log);
-        std::vector<boost::shared_ptr<ICIMQualifierDecl>> baseDecls;
-        cimNamespace->EnumQualifierDecls(TAddToVectorCallback<ICIMQualifierDecl>(baseDecls),
-                                         TCIMOptions());
-
-        const TParseResult parsed = ParseDocument(cimNamespace, InDeclGroup(c.m_objects));
-        std::vector<boost::shared_ptr<ICIMQualifierDecl>> decls;
-        cimNamespace->EnumQualifierDecls(TAddToVectorCallback<ICIMQualifierDecl>(decls),
-                                         TCIMOptions());
+        const boost::shared_ptr<ICIMNamespace> space = TMemoryNamespace::Create();
+        ASSERT_EQ("", ParseDocument(space, InDeclGroup(kBaseSchema)).m_log);
+        const size_t baseDecls =
+            All<ICIMQualifierDecl>(*space, &ICIMNamespace::EnumQualifierDecls).size();
+        const size_t baseClasses = All<ICIMClass>(*space, &ICIMNamespace::EnumClasses).size();
+        const bool whole = strncasecmp(c.m_objects.c_str(), "<CIM", 4) == 0;
+        const TParseResult parsed =
+            ParseDocument(space, whole ? c.m_objects : InDeclGroup(c.m_objects), mode);
         std::string schema;
-        for (size_t i = baseDecls.size(); i < decls.size(); ++i) {
-            ICIMQualifierDecl& decl = *decls[i];
-            schema += "qualifier " + decl.GetName(TCIMOptions()) + " " +
-                      DescribeValue(decl.GetValue(TCIMOptions())) + " scope " +
-                      std::to_string(decl.GetScope(TCIMOptions())) + " flavor " +
-                      std::to_string(decl.GetFlavor(TCIMOptions())) + "\n";
+        const auto decls = All<ICIMQualifierDecl>(*space, &ICIMNamespace::EnumQualifierDecls);
+        for (auto decl = decls.begin() + long(baseDecls); decl != decls.end(); ++decl) {
+            schema += "qualifier " + (*decl)->GetName(TCIMOptions()) + " " +
+                      DescribeValue((*decl)->GetValue(TCIMOptions())) + " scope " +
+                      std::to_string((*decl)->GetScope(TCIMOptions())) + " flavor " +
+                      std::to_string((*decl)->GetFlavor(TCIMOptions())) + "\n";
         }
         for (const auto& cimClass : parsed.m_classes) {
             schema += DescribeClass(*cimClass);
         }
-        EXPECT_EQ(c.m_log, parsed.m_log);
-        EXPECT_EQ(0u, parsed.m_status);
+        for (const auto& instance : parsed.m_instances) {
+            schema += DescribeInstance(*instance);
+        }
+        const auto classes = All<ICIMClass>(*space, &ICIMNamespace::EnumClasses);
+        for (size_t i = baseClasses, collected = 0; i < classes.size(); ++i) {
+            if (collected < parsed.m_classes.size() &&
+                classes[i]->GetName(TCIMOptions()) ==
+                    parsed.m_classes[collected]->GetName(TCIMOptions())) {
+                ++collected;
+            } else {
+                schema += "committed class " + classes[i]->GetName(TCIMOptions()) + "\n";
+            }
+        }
+        std::vector<boost::shared_ptr<ICIMInstance>> all;
+        space->EnumInstances("", TAddToVectorCallback<ICIMInstance>(all), TCIMOptions());
+        if (const size_t extra = all.size() - parsed.m_instances.size()) {
+            schema += "committed instances " + std::to_string(extra) + "\n";
+        }
+        const std::string status = "status " + std::to_string(parsed.m_status) + "\n";
+        EXPECT_EQ(c.m_log, parsed.m_log + (parsed.m_status == 0 ? "" : status));
         EXPECT_EQ(c.m_schema, schema);
     }
-}
-
-// A class T_B with the given attributes and content, in its VALUE.OBJECT.
-inline std::string ClassB(const std::string& content, const std::string& attributes = "") {
-    return "<VALUE.OBJECT><CLASS NAME='T_B'" + attributes + ">" + content +
-           "</CLASS></VALUE.OBJECT>";
 }
 
 } // namespace NQRN20
