@@ -196,6 +196,12 @@ TEST(TStateClass, LeavesOutWhatItCannotDeclareAndGoesOn) {
          ClassB("<PROPERTY NAME='P' TYPE='text'><QUALIFIER NAME='Key'/><VALUE>p</VALUE>"
                 "</PROPERTY><PROPERTY NAME='Q' TYPE='string'/>"),
          kLine + "Couldn't declare property P\n", "class T_B\n  property Q string null\n"},
+        {"a property of another type, or array shape, than the one it inherits",
+         ClassB("<PROPERTY NAME='Id' TYPE='uint8'/><PROPERTY.ARRAY NAME='ID' TYPE='string'/>",
+                " SUPERCLASS='T_A'"),
+         kLine + "Couldn't declare property Id: type mismatch\n" + kLine +
+             "Couldn't declare property ID: type mismatch\n",
+         "class T_B : T_A\n  property Id string null\n"},
         {"a reference class the namespace does not hold yet, but for the class itself",
          ClassB("<PROPERTY.REFERENCE NAME='R' REFERENCECLASS='T_None'/>"
                 "<PROPERTY.REFERENCE NAME='S' REFERENCECLASS='t_b'/>"
