@@ -19,23 +19,18 @@
 namespace NQRN20 {
 namespace {
 
-namespace fs = std::filesystem;
-
 const int kLoaders = 3;
 
-struct TDocuments {
-    std::string m_schema;
-    std::string m_instances;
-};
+// The schema and the instances of the bundled examples always, and of the DMTF where the corpus
+// is present.
+typedef std::array<std::string, 2> TDocuments;
 
-// The bundled examples always; the DMTF schema and its instances where the corpus is present.
 std::vector<TDocuments> DocumentPairs() {
-    const fs::path examples(XMLPARSER_EXAMPLES_DIR);
+    const std::string dmtf = XMLPARSER_SHARED_DIR "/corpus/dmtf/";
     std::vector<TDocuments> pairs = {
-        {(examples / "schema.xml").string(), (examples / "instances.xml").string()}};
-    const fs::path dmtf = fs::path(XMLPARSER_SHARED_DIR) / "corpus" / "dmtf";
-    if (fs::exists(dmtf / "cim_schema.xml")) {
-        pairs.push_back({(dmtf / "cim_schema.xml").string(), (dmtf / "instances.xml").string()});
+        {XMLPARSER_EXAMPLES_DIR "/schema.xml", XMLPARSER_EXAMPLES_DIR "/instances.xml"}};
+    if (std::filesystem::exists(dmtf + "cim_schema.xml")) {
+        pairs.push_back({dmtf + "cim_schema.xml", dmtf + "instances.xml"});
     }
     return pairs;
 }
@@ -53,12 +48,20 @@ TCounts CountsOf(ICIMNamespace& cimNamespace) {
     return {declarations.size(), classes.size(), instances.size()};
 }
 
-// The namespace one thread makes of the documents, which the concurrent loads must match.
+// The namespace one thread makes of the documents, which the concurrent loads must match. The
+// loaders return what they committed, and log nothing.
 TCounts LoadedAlone(const TDocuments& documents) {
+    TLogRecorder log;
     const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
-    TNamespacePopulator::PopulateFromXMLFile(cimNamespace, documents.m_schema);
-    TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, documents.m_instances);
-    return CountsOf(*cimNamespace);
+    const size_t classes =
+        TNamespacePopulator::PopulateFromXMLFile(cimNamespace, documents[0]).size();
+    const size_t instances =
+        TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, documents[1]).size();
+    const TCounts counts = CountsOf(*cimNamespace);
+    EXPECT_EQ(classes, counts[1]);
+    EXPECT_EQ(instances, counts[2]);
+    EXPECT_EQ("", log.Text());
+    return counts;
 }
 
 // Runs the load in kLoaders threads at once, each with its own report.
@@ -120,19 +123,18 @@ void ReadUntil(ICIMNamespace& cimNamespace, const std::atomic<bool>& stop,
 // Several threads load the schema, then its instances while another reads them.
 TEST(ConcurrentLoads, CommitEachObjectOnceAndLetReadersSeeTheInstancesOnlyGrow) {
     for (const TDocuments& documents : DocumentPairs()) {
-        SCOPED_TRACE(documents.m_schema);
+        SCOPED_TRACE(documents[0]);
         const TCounts expected = LoadedAlone(documents);
         const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
         const std::vector<TLoadReport> schemaReports = LoadAtOnce([&](TLoadReport& report) {
-            TNamespacePopulator::PopulateFromXMLFile(cimNamespace, documents.m_schema, report);
+            TNamespacePopulator::PopulateFromXMLFile(cimNamespace, documents[0], report);
         });
         std::atomic<bool> stop{false};
         std::atomic<size_t> shrinks{0};
         std::atomic<size_t> passes{0};
         std::thread reader([&] { ReadUntil(*cimNamespace, stop, shrinks, passes); });
         const std::vector<TLoadReport> instanceReports = LoadAtOnce([&](TLoadReport& report) {
-            TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, documents.m_instances,
-                                                        report);
+            TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, documents[1], report);
         });
         stop = true;
         reader.join();
