@@ -23,13 +23,7 @@ namespace fs = std::filesystem;
 const fs::path kCorpus = fs::path(XMLPARSER_SHARED_DIR) / "corpus";
 const fs::path kSchema = kCorpus / "dmtf" / "cim_schema.xml";
 
-#define SKIP_WITHOUT(path)                                                                         \
-    if (!fs::exists(path)) {                                                                       \
-        GTEST_SKIP() << (path) << " is absent";                                                    \
-    }
-
-// The documents of a folder (not its subfolders), in name order, which is the corpus's
-// loading order.
+// The documents of a folder, not its subfolders, in name order: the corpus's loading order.
 std::vector<fs::path> Documents(const fs::path& folder) {
     std::vector<fs::path> documents;
     for (const auto& entry : fs::directory_iterator(folder)) {
@@ -46,9 +40,8 @@ std::string ReadText(const fs::path& path) {
     return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
 }
 
-// One entry per document: the status that reached the caller, the classes returned and the
-// instances the namespace then holds, and every line logged, the corpus's own path left out so
-// that the record holds wherever the corpus lies.
+// One entry per document: the status or the classes returned, the instances then held, and each
+// line logged, without the corpus's own path so that the record holds wherever the corpus lies.
 std::string LoadOutcome(const boost::shared_ptr<ICIMNamespace>& cimNamespace,
                         const fs::path& document) {
     const std::string relative = fs::relative(document, kCorpus).string();
@@ -73,12 +66,13 @@ std::string LoadOutcome(const boost::shared_ptr<ICIMNamespace>& cimNamespace,
     return outcome;
 }
 
-// Every document of other projects is parsed without a crash, one after another into one
-// namespace that holds the DMTF qualifier declarations and the class their test instances
-// need; what each one gives is compared with the reviewed record beside this test, so that a
-// change in behaviour shows in review. XMLPARSER_UPDATE_OUTCOMES=1 rewrites the record.
+// Each document loads, in turn, into a namespace that holds what their instances need; the
+// outcomes are compared with the reviewed record beside this test, so that a change in behaviour
+// shows in review. XMLPARSER_UPDATE_OUTCOMES=1 rewrites the record.
 TEST(TNamespacePopulator, LoadsEachDocumentOfOtherProjectsAsRecorded) {
-    SKIP_WITHOUT(kSchema);
+    if (!fs::exists(kSchema)) {
+        GTEST_SKIP() << kSchema << " is absent";
+    }
     // The DMTF qualifier declarations: the head of the schema, closed after the last of them.
     const std::string schema = ReadText(kSchema);
     const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();

@@ -14,6 +14,7 @@
 #include <fstream>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace NQRN20 {
 namespace {
@@ -82,7 +83,6 @@ TEST(TNamespacePopulator, ReadsFilesByTheirFirstBytesAndEndsDamagedOnesInADocume
         const char* m_error; // the parser's line and message, for a parse error
     } cases[] = {
         {"classes.xml", kDocument, 0, ""},
-        {"classes.xml.gz", packed, 0, ""},
         {"classes.gz.xml", packed, 0, ""},
         {"plain.xml.gz", kDocument, 0, ""},
         {"latin1.xml.gz",
@@ -128,15 +128,15 @@ TEST(TNamespacePopulator, FailsWithStatus11OnAFileItCannotReadUnlessLoadingInsta
     TTempDir dir;
     const std::string locked = dir.Write("locked.xml", kDocument);
     ASSERT_EQ(0, chmod(locked.c_str(), 0));
-    // Some users read files regardless of their permissions.
-    const bool lockedOut = !std::ifstream(locked).is_open();
-    for (const std::string& path : {dir.Path("missing.xml"), dir.Path(""), locked}) {
+    std::vector<std::string> paths = {dir.Path("missing.xml"), dir.Path("")};
+    if (!std::ifstream(locked).is_open()) { // some users read files whatever their permissions
+        paths.push_back(locked);
+    }
+    for (const std::string& path : paths) {
         for (int loader = kClassLoader; loader <= kReportingInstanceLoader; ++loader) {
             SCOPED_TRACE(path + " " + std::to_string(loader));
-            if (path != locked || lockedOut) {
-                EXPECT_EQ(loader == kInstanceLoader && path != locked ? "0\n" : "11\n",
-                          Load(loader, path));
-            }
+            EXPECT_EQ(loader == kInstanceLoader && path != locked ? "0\n" : "11\n",
+                      Load(loader, path));
         }
     }
 }
@@ -189,10 +189,6 @@ TEST(TNamespacePopulator, ReportsWhatEachLoadReadAddedAndLogged) {
     const std::string packed = dir.WriteGzip("schema.xml.gz", kSchema);
     const std::string packedSize = std::to_string(std::filesystem::file_size(packed));
     const std::string size = std::to_string(sizeof kSchema - 1);
-    const std::string errors = dir.Write(
-        "errors.xml", "<CIM><DECLARATION><DECLGROUP>\n<VALUE.OBJECT><CLASS NAME='B' "
-                      "SUPERCLASS='Z'/></VALUE.OBJECT>\n<Probe/></DECLGROUP></DECLARATION></CIM>");
-    const std::string broken = dir.Write("broken.xml", "<CIM>\n<A x='1' x='2'/></CIM>");
     // Sparse: the part read ends in zeros, so the root element is cut short.
     const std::string huge = dir.Write("huge.xml", "<CIM>");
     ASSERT_EQ(0, truncate(huge.c_str(), 524288001));
@@ -206,12 +202,6 @@ TEST(TNamespacePopulator, ReportsWhatEachLoadReadAddedAndLogged) {
         {packed, "bytes " + packedSize + " " + size + "\nadded 1 1 1\n"},
         {fifo, "bytes " + size + " " + size +
                    "\nadded 0 0 0\nduplicate Key\nduplicate A\nduplicate A.Id=\"x\"\n"},
-        {errors, "bytes 132 132\nadded 0 0 0\n3 line 2: Couldn't find class Z\n"
-                 "3 line 2: CIM element holds no object: its class or instance was not "
-                 "created\n3 line 3: Unexpected element Probe\n"},
-        {broken, "bytes 28 28\nadded 0 0 0\n3 line 2: Attribute appears twice\n"
-                 "0 line 0: Previous error was while parsing file '" +
-                     broken + "'\nfailed 9: parsing stopped at line 2\n"},
         {huge, "bytes 524288001 104857600\nadded 0 0 0\n3 line 1: Unexpected character where "
                "element expected\n0 line 0: Previous error was while parsing file '" +
                    huge + "'\nfailed 9: parsing stopped at line 1\n"},

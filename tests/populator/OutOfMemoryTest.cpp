@@ -61,9 +61,8 @@ void LoadExamples(const boost::shared_ptr<ICIMNamespace>& cimNamespace) {
     EXPECT_TRUE(report.Complete() && report.CountErrors() == 0) << report.m_log.size();
 }
 
-// Fails the first, second, third... allocation of the loads, each into a fresh namespace. They
-// either unwind or, where the failed allocation was one they could do without, load whole; the
-// same loads then run whole into that namespace.
+// Fails each allocation of the loads in turn, into a fresh namespace: they unwind, or load whole
+// where they could do without it; the same loads then run whole into that namespace.
 TEST(OutOfMemory, EveryAllocationThatFailsDuringALoadUnwindsAndLeavesTheNamespaceUsable) {
     const long kUnlimited = 1L << 40;
     g_allocationsLeft = kUnlimited;

@@ -1,6 +1,5 @@
-// Tests of the MOF and CIM-XML writers: escaping, every kind of value, small namespaces as both
-// write them, and round trips through the loader that keep the content and give documents the
-// DTD accepts.
+// Tests of the MOF and CIM-XML writers: values and small namespaces as both write them, and round
+// trips through the loader that keep the content and give documents the DTD accepts.
 #include "tools/cimxml/MofWriter.h"
 #include "tools/cimxml/XmlWriter.h"
 
@@ -108,8 +107,7 @@ struct TValueCase {
     bool m_exact = true;
 };
 
-// Each kind of value the bundled examples lack; references point into the namespace, which must
-// outlive them.
+// Each kind of value the bundled examples lack; references point into the namespace given.
 std::vector<TValueCase> ValueCases(const TNamespacePtr& targets) {
     TCIMValue nullReference(kCIMTypeReference, 0);
     nullReference.SetReferencedClass(targets->GetClass("T_Target", TCIMOptions()));
@@ -177,9 +175,8 @@ std::vector<TValueCase> ValueCases(const TNamespacePtr& targets) {
     };
 }
 
-// The values in one namespace: the defaults of the properties P0, P1 and so on of a class, beside
-// the classes their references point at; and qualifier declarations with array defaults of no
-// fixed size, which the loader takes only with one.
+// The values as defaults of properties P0, P1... of a class, and qualifier declarations with
+// array defaults of no fixed size, which the loader takes only with one.
 struct TValues {
     TNamespacePtr m_namespace = Targets();
     std::vector<TValueCase> m_cases = ValueCases(m_namespace);
@@ -210,15 +207,16 @@ TEST(Writers, WriteEveryKindOfValueSoThatItLoadsBackTheSame) {
     const std::string xml = Xml(*values.m_namespace);
     const std::string unindented = std::regex_replace(xml, std::regex("\n +"), "\n");
     const TNamespacePtr reloaded = Reloaded(xml);
+    const auto reloadedClass = reloaded->GetClass("T_Values", TCIMOptions());
     for (size_t i = 0; i < values.m_cases.size(); ++i) {
         const TValueCase& c = values.m_cases[i];
-        SCOPED_TRACE(c.m_mof);
+        const std::string name = "P" + std::to_string(i);
+        SCOPED_TRACE(name);
         EXPECT_EQ(c.m_mof, NMof::Literal(c.m_value));
-        const size_t at = unindented.find("NAME=\"P" + std::to_string(i) + "\"");
+        const size_t at = unindented.find("NAME=\"" + name + "\"");
         EXPECT_LT(unindented.find(c.m_xml, at), unindented.find("NAME=\"P", at + 1)) << xml;
-        const TCIMValue value = reloaded->GetClass("T_Values", TCIMOptions())
-                                    ->GetPropertyDecl("P" + std::to_string(i), TCIMOptions())
-                                    ->GetValue(TCIMOptions());
+        const TCIMValue value =
+            reloadedClass->GetPropertyDecl(name, TCIMOptions())->GetValue(TCIMOptions());
         EXPECT_EQ(c.m_exact, value == c.m_value) << xml;
         EXPECT_EQ(ReferencedClass(c.m_value), ReferencedClass(value)) << xml;
     }
@@ -312,8 +310,7 @@ TEST(Writers, WriteSmallNamespacesAsReviewed) {
           "<PARAMETER NAME=\"P\" TYPE=\"string\" EmbeddedObject=\"instance\"/>",
           "<PROPERTY.REFERENCE NAME=\"R\" REFERENCECLASS=\"T_A\">",
           "<PROPERTY NAME=\"S\" TYPE=\"string\" EmbeddedObject=\"instance\">",
-          // XML has no form for control characters, which the DTD's readers refuse; the loader
-          // reads the references written for them.
+          // Control characters have no form the DTD's readers take; the loader reads these.
           "<VALUE>&#1;&#31;</VALUE>"}},
     };
     for (const auto& c : cases) {
@@ -329,21 +326,18 @@ TEST(Writers, WriteSmallNamespacesAsReviewed) {
     }
 }
 
-// The bundled examples always, the DMTF schema and its instances where the corpus is present;
-// each loads without a line logged. Loaded once for the tests that need them.
+// The bundled examples, and the DMTF's where the corpus is present, loaded once; nothing logged.
 const std::vector<TNamespacePtr>& Schemas() {
     static const std::vector<TNamespacePtr> schemas = [] {
-        std::vector<std::string> paths = {XMLPARSER_EXAMPLES_DIR "/schema.xml",
-                                          XMLPARSER_EXAMPLES_DIR "/instances.xml"};
-        if (std::filesystem::exists(kDmtf + "cim_schema.xml")) {
-            paths.insert(paths.end(), {kDmtf + "cim_schema.xml", kDmtf + "instances.xml"});
-        }
-        std::vector<TNamespacePtr> loaded;
         TLogRecorder log;
-        for (size_t i = 0; i < paths.size(); i += 2) {
-            loaded.push_back(TMemoryNamespace::Create());
-            TNamespacePopulator::PopulateFromXMLFile(loaded.back(), paths[i]);
-            TNamespacePopulator::PopulateFromRegXMLFile(loaded.back(), paths[i + 1]);
+        std::vector<TNamespacePtr> loaded;
+        for (const std::string& dir : {std::string(XMLPARSER_EXAMPLES_DIR "/"), kDmtf}) {
+            const std::string schema = dir + (dir == kDmtf ? "cim_schema.xml" : "schema.xml");
+            if (std::filesystem::exists(schema)) {
+                loaded.push_back(TMemoryNamespace::Create());
+                TNamespacePopulator::PopulateFromXMLFile(loaded.back(), schema);
+                TNamespacePopulator::PopulateFromRegXMLFile(loaded.back(), dir + "instances.xml");
+            }
         }
         EXPECT_EQ("", log.Text());
         return loaded;
