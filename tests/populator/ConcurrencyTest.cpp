@@ -151,18 +151,17 @@ TEST(ConcurrentLoads, GiveTheLoggerOneLineAtATimeAndEachReportItsOwnLines) {
     std::vector<std::string> paths;
     std::map<std::string, std::string> expected;
     for (int i = 0; i < kLoaders; ++i) {
-        const std::string path = dir.Path("errors" + std::to_string(i) + ".xml");
+        const std::string name = "errors" + std::to_string(i) + ".xml";
         std::string document = "<CIM><DECLARATION><DECLGROUP>\n";
         for (int line = 2; line < 102; ++line) {
             const std::string at = std::to_string(line);
             document += "<VALUE.OBJECT><CLASS NAME='C" + at + "' SUPERCLASS='Z" +
                         std::to_string(i) + "'/></VALUE.OBJECT>\n";
-            expected[path] +=
+            expected[dir.Path(name)] +=
                 at + " Couldn't find class Z" + std::to_string(i) + "\n" + at +
                 " CIM element holds no object: its class or instance was not created\n";
         }
-        paths.push_back(dir.Write(path.substr(path.rfind('/') + 1),
-                                  document + "</DECLGROUP></DECLARATION></CIM>"));
+        paths.push_back(dir.Write(name, document + "</DECLGROUP></DECLARATION></CIM>"));
     }
     TLogRecorder log;
     const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
