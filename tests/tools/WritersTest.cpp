@@ -13,7 +13,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <vector>
 
@@ -205,7 +204,10 @@ TValues Values() {
 TEST(Writers, WriteEveryKindOfValueSoThatItLoadsBackTheSame) {
     const TValues values = Values();
     const std::string xml = Xml(*values.m_namespace);
-    const std::string unindented = std::regex_replace(xml, std::regex("\n +"), "\n");
+    std::string unindented = xml;
+    for (size_t at = 0; (at = unindented.find("\n ", at)) != std::string::npos;) {
+        unindented.erase(at + 1, 1);
+    }
     const TNamespacePtr reloaded = Reloaded(xml);
     const auto reloadedClass = reloaded->GetClass("T_Values", TCIMOptions());
     for (size_t i = 0; i < values.m_cases.size(); ++i) {
