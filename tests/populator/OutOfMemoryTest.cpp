@@ -2,8 +2,6 @@
 // leaves the namespace usable. A program of its own, since it replaces the global operator new.
 #include "populator/NamespacePopulator.h"
 
-#include "support/TempDir.h"
-
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -39,75 +37,52 @@ void* operator new(std::size_t size) {
 namespace NQRN20 {
 namespace {
 
-const char kSchema[] =
-    "<CIM><DECLARATION><DECLGROUP>"
-    "<QUALIFIER.DECLARATION NAME='Key' TYPE='boolean'><SCOPE PROPERTY='true' REFERENCE='true'/>"
-    "<VALUE>false</VALUE></QUALIFIER.DECLARATION>"
-    "<QUALIFIER.DECLARATION NAME='Description' TYPE='string' TOSUBCLASS='false'>"
-    "<SCOPE ANY='true'/></QUALIFIER.DECLARATION>"
-    "<VALUE.OBJECT><CLASS NAME='T_A'><QUALIFIER NAME='Description' TYPE='string'>"
-    "<VALUE>a long enough description to need memory of its own</VALUE></QUALIFIER>"
-    "<PROPERTY NAME='Id' TYPE='string'><QUALIFIER NAME='Key' TYPE='boolean'><VALUE>true</VALUE>"
-    "</QUALIFIER></PROPERTY><PROPERTY.ARRAY NAME='Codes' TYPE='uint16'><VALUE.ARRAY>"
-    "<VALUE>1</VALUE><VALUE>2</VALUE></VALUE.ARRAY></PROPERTY.ARRAY>"
-    "<PROPERTY.REFERENCE NAME='Next' REFERENCECLASS='T_A'/>"
-    "<METHOD NAME='Run' TYPE='uint32'><PARAMETER NAME='Mode' TYPE='string'/></METHOD></CLASS>"
-    "</VALUE.OBJECT>"
-    "<VALUE.OBJECT><CLASS NAME='T_B' SUPERCLASS='T_A'><PROPERTY NAME='Name' TYPE='string'>"
-    "<VALUE>a default that is long enough to be on the heap</VALUE></PROPERTY></CLASS>"
-    "</VALUE.OBJECT>"
-    "<VALUE.OBJECT><INSTANCE CLASSNAME='T_B'><PROPERTY NAME='Id' TYPE='string'>"
-    "<VALUE>the first instance's rather long key value</VALUE></PROPERTY></INSTANCE>"
-    "</VALUE.OBJECT>"
-    "<VALUE.OBJECT><INSTANCE CLASSNAME='T_A'><PROPERTY NAME='Id' TYPE='string'><VALUE>second"
-    "</VALUE></PROPERTY><PROPERTY.REFERENCE NAME='Next'><VALUE.REFERENCE><INSTANCENAME "
-    "CLASSNAME='T_B'><KEYBINDING NAME='Id'><KEYVALUE>the first instance's rather long key value"
-    "</KEYVALUE></KEYBINDING></INSTANCENAME></VALUE.REFERENCE></PROPERTY.REFERENCE></INSTANCE>"
-    "</VALUE.OBJECT></DECLGROUP></DECLARATION></CIM>";
+const std::string kSchema = XMLPARSER_EXAMPLES_DIR "/schema.xml";
+const std::string kInstances = XMLPARSER_EXAMPLES_DIR "/instances.xml";
 
-template <class TObject>
-size_t Count(void (ICIMNamespace::*enumerate)(TEnumCallback<TObject>, TCIMOptions),
-             ICIMNamespace& cimNamespace) {
-    std::vector<boost::shared_ptr<TObject>> objects;
-    (cimNamespace.*enumerate)(TAddToVectorCallback<TObject>(objects), TCIMOptions());
-    return objects.size();
-}
-
-size_t CountInstances(ICIMNamespace& cimNamespace) {
+// How many qualifier declarations, classes and instances the namespace holds.
+std::string Counts(ICIMNamespace& cimNamespace) {
+    std::vector<boost::shared_ptr<ICIMQualifierDecl>> declarations;
+    std::vector<boost::shared_ptr<ICIMClass>> classes;
     std::vector<boost::shared_ptr<ICIMInstance>> instances;
-    cimNamespace.EnumInstances("", TAddToVectorCallback<ICIMInstance>(instances), TCIMOptions());
-    return instances.size();
+    cimNamespace.EnumQualifierDecls(TAddToVectorCallback<ICIMQualifierDecl>(declarations), {});
+    cimNamespace.EnumClasses(TAddToVectorCallback<ICIMClass>(classes), {});
+    cimNamespace.EnumInstances("", TAddToVectorCallback<ICIMInstance>(instances), {});
+    return std::to_string(declarations.size()) + " " + std::to_string(classes.size()) + " " +
+           std::to_string(instances.size());
 }
 
-// Fails the first, second, third... allocation of a load, each into a fresh namespace. Each load
-// either unwinds or, where the failed allocation was one it could do without, loads whole; the
-// same load then runs whole into that namespace.
+// Loads the bundled examples, the schema and then its instances, each with a report.
+void LoadExamples(const boost::shared_ptr<ICIMNamespace>& cimNamespace) {
+    TLoadReport report;
+    TNamespacePopulator::PopulateFromXMLFile(cimNamespace, kSchema, report);
+    EXPECT_TRUE(report.Complete() && report.CountErrors() == 0) << report.m_log.size();
+    TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, kInstances, report);
+    EXPECT_TRUE(report.Complete() && report.CountErrors() == 0) << report.m_log.size();
+}
+
+// Fails each allocation of the loads in turn, into a fresh namespace: they unwind, or load whole
+// where they could do without it; the same loads then run whole into that namespace.
 TEST(OutOfMemory, EveryAllocationThatFailsDuringALoadUnwindsAndLeavesTheNamespaceUsable) {
-    TTempDir dir;
-    const std::string path = dir.Write("schema.xml", kSchema);
     const long kUnlimited = 1L << 40;
     g_allocationsLeft = kUnlimited;
-    TNamespacePopulator::PopulateFromXMLFile(TMemoryNamespace::Create(), path);
+    LoadExamples(TMemoryNamespace::Create());
     const long allocations = kUnlimited - g_allocationsLeft.exchange(-1);
     ASSERT_GT(allocations, 100);
     for (long allocation = 0; allocation < allocations && !HasFailure(); ++allocation) {
         SCOPED_TRACE(allocation);
         const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
-        TLoadReport report;
         g_allocationsLeft = allocation;
         try {
-            TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path, report);
-            EXPECT_TRUE(report.Complete() && report.CountErrors() == 0) << report.m_log.size();
+            LoadExamples(cimNamespace);
         } catch (const std::bad_alloc&) {
         } catch (const TQRNException& error) {
             EXPECT_EQ(uint32_t(kQRNStatusNoMemory), error.GetStatus()); // the document's buffer
         }
         g_allocationsLeft = -1;
         EXPECT_EQ(nullptr, TRootObject::SetThreadLogger(nullptr));
-        TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path);
-        EXPECT_EQ(2u, Count(&ICIMNamespace::EnumQualifierDecls, *cimNamespace));
-        EXPECT_EQ(2u, Count(&ICIMNamespace::EnumClasses, *cimNamespace));
-        EXPECT_EQ(2u, CountInstances(*cimNamespace));
+        LoadExamples(cimNamespace);
+        EXPECT_EQ("11 5 5", Counts(*cimNamespace));
     }
 }
 
