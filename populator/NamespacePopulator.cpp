@@ -99,7 +99,10 @@ Load(const boost::shared_ptr<ICIMNamespace>& ns, const std::string& path, TLoadR
     } catch (const TQRNException& error) {
         report.m_tally = parser.GetTally();
         report.m_status = error.GetStatus();
-        report.m_failure = "parsing stopped at line " + std::to_string(parser.GetCurLine());
+        // A cut document nearly always stops at its cut; the cut is what the user must learn.
+        const std::string stopped =
+            "parsing stopped at line " + std::to_string(parser.GetCurLine());
+        report.m_failure = document.m_partial ? report.m_failure + "; " + stopped : stopped;
         LogFailedParse(path);
         throw;
     }

@@ -191,7 +191,9 @@ TEST(TNamespacePopulator, ReportsWhatEachLoadReadAddedAndLogged) {
                    "\nadded 0 0 0\nduplicate Key\nduplicate A\nduplicate A.Id=\"x\"\n"},
         {huge, "bytes 524288001 104857600\nadded 0 0 0\n3 line 1: Unexpected character where "
                "element expected\n0 line 0: Previous error was while parsing file '" +
-                   huge + "'\nfailed 9: parsing stopped at line 1\n"},
+                   huge +
+                   "'\nfailed 9: the document is too large: only its first 104857600 "
+                   "bytes were read; parsing stopped at line 1\n"},
         {dir.Write("method7.xml.gz", "\x1F\x8B\x07"),
          "bytes 3 0\nadded 0 0 0\nfailed 29: gzip data compressed by a method other than "
          "deflate\n"},
