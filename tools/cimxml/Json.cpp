@@ -1,12 +1,12 @@
 // TJson: building, comparing and writing JSON values.
 #include "tools/cimxml/Json.h"
+#include "tools/cimxml/Quote.h"
 
 #include "core/Text.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace NQRN20 {
 
@@ -77,35 +77,7 @@ bool TJson::operator==(const TJson& other) const {
 }
 
 std::string JsonQuote(const std::string& text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        switch (c) {
-        case '"':
-            quoted += "\\\"";
-            break;
-        case '\\':
-            quoted += "\\\\";
-            break;
-        case '\n':
-            quoted += "\\n";
-            break;
-        case '\t':
-            quoted += "\\t";
-            break;
-        case '\r':
-            quoted += "\\r";
-            break;
-        default:
-            if (static_cast<unsigned char>(c) < 0x20) {
-                char escaped[8];
-                std::snprintf(escaped, sizeof escaped, "\\u%04x", unsigned(c));
-                quoted += escaped;
-            } else {
-                quoted += c;
-            }
-        }
-    }
-    return quoted + '"';
+    return QuoteEscaped(text, "\\u%04x");
 }
 
 std::string TJson::Compact() const {

@@ -1,5 +1,6 @@
 // Writes the contents of a namespace as MOF.
 #include "tools/cimxml/MofWriter.h"
+#include "tools/cimxml/Quote.h"
 
 #include "core/Text.h"
 #include "tools/cimxml/SchemaView.h"
@@ -98,35 +99,7 @@ std::string ArraySuffix(bool isArray, uint32_t size) {
 } // namespace
 
 std::string QuoteString(const std::string& text) {
-    std::string quoted = "\"";
-    for (const char c : text) {
-        switch (c) {
-        case '"':
-            quoted += "\\\"";
-            break;
-        case '\\':
-            quoted += "\\\\";
-            break;
-        case '\n':
-            quoted += "\\n";
-            break;
-        case '\t':
-            quoted += "\\t";
-            break;
-        case '\r':
-            quoted += "\\r";
-            break;
-        default:
-            if (static_cast<unsigned char>(c) < 0x20) {
-                char escaped[8];
-                std::snprintf(escaped, sizeof escaped, "\\x%02X", unsigned(c));
-                quoted += escaped;
-            } else {
-                quoted += c;
-            }
-        }
-    }
-    return quoted + "\"";
+    return QuoteEscaped(text, "\\x%02X");
 }
 
 std::string Literal(const TCIMValue& value) {
