@@ -29,25 +29,16 @@ std::pair<std::string, size_t> Summarise(const std::string& log) {
 
 const std::string kLine = "3 CIM-XML Parser line 1:";
 
-struct TDeepParse {
-    size_t m_depth;
-    TParseResult m_result;
-};
-
-void* ParseDeep(void* argument) {
-    TDeepParse* deep = static_cast<TDeepParse*>(argument);
-    deep->m_result = ParseDocument(TMemoryNamespace::Create(), Repeat("<CIM>", deep->m_depth) +
-                                                                   Repeat("</CIM>", deep->m_depth));
-    return nullptr;
-}
-
 TEST(HostileInput, RejectsDeepNestingAtTheLimitOnASmallStack) {
     for (const size_t depth : {size_t(100000), size_t(1000000)}) {
         SCOPED_TRACE(depth);
-        TDeepParse deep{depth, {}};
-        ASSERT_TRUE(RunOnSmallStack(ParseDeep, &deep));
-        EXPECT_EQ(uint32_t(kQRNStatusParseError), deep.m_result.m_status);
-        EXPECT_EQ(kLine + "Unexpected element cim", Summarise(deep.m_result.m_log).first);
+        TParseResult deep{};
+        ASSERT_TRUE(RunOnSmallStack([&] {
+            deep = ParseDocument(TMemoryNamespace::Create(),
+                                 Repeat("<CIM>", depth) + Repeat("</CIM>", depth));
+        }));
+        EXPECT_EQ(uint32_t(kQRNStatusParseError), deep.m_status);
+        EXPECT_EQ(kLine + "Unexpected element cim", Summarise(deep.m_log).first);
     }
 }
 

@@ -22,22 +22,23 @@ std::vector<boost::shared_ptr<TElement>> All(TObject& object,
     return all;
 }
 
+template <class TObject>
+std::string Name(TObject& object) {
+    return object.GetName(TCIMOptions());
+}
+
 // "uint16[] null count 5", "string 'a'", "reference null -> T_A"; "none" is kCIMTypeNone.
 inline std::string DescribeValue(const TCIMValue& value) {
     const std::string type = value.GetType().GetName();
-    std::string text =
-        (type.empty() ? "none" : type) + (value.IsNull() ? " null" : " '" + value.ToString() + "'");
-    if (value.IsArray()) {
-        text += " count " + std::to_string(value.GetCount());
-    }
-    if (const boost::shared_ptr<ICIMClass> referenced = value.GetReferencedClass()) {
-        text += " -> " + referenced->GetName(TCIMOptions());
-    }
-    return text;
+    const boost::shared_ptr<ICIMClass> referenced = value.GetReferencedClass();
+    return (type.empty() ? "none" : type) +
+           (value.IsNull() ? " null" : " '" + value.ToString() + "'") +
+           (value.IsArray() ? " count " + std::to_string(value.GetCount()) : "") +
+           (referenced ? " -> " + Name(*referenced) : "");
 }
 
 // " embedded object", " embedded instance", or nothing.
-inline std::string DescribeEmbeddedObject(EEmbeddedObject kind) {
+inline std::string DescribeEmbedded(EEmbeddedObject kind) {
     return kind == kEmbeddedNone     ? ""
            : kind == kEmbeddedObject ? " embedded object"
                                      : " embedded instance";
@@ -47,7 +48,7 @@ inline std::string DescribeEmbeddedObject(EEmbeddedObject kind) {
 inline std::string DescribeQualifiers(ICIMNamedElement& element) {
     std::string text;
     for (const auto& qualifier : All<ICIMQualifier>(element, &ICIMNamedElement::EnumQualifiers)) {
-        text += (text.empty() ? " [" : ", ") + qualifier->GetName(TCIMOptions()) + "=" +
+        text += (text.empty() ? " [" : ", ") + Name(*qualifier) + "=" +
                 DescribeValue(qualifier->GetValue(TCIMOptions())) + " flavor " +
                 std::to_string(qualifier->GetFlavor(TCIMOptions()));
     }
@@ -57,23 +58,22 @@ inline std::string DescribeQualifiers(ICIMNamedElement& element) {
 // One line for the class, then one for each property, method and parameter, indented.
 inline std::string DescribeClass(ICIMClass& cimClass) {
     const boost::shared_ptr<ICIMClass> superClass = cimClass.GetSuperClass(TCIMOptions());
-    std::string text = "class " + cimClass.GetName(TCIMOptions()) +
-                       (superClass ? " : " + superClass->GetName(TCIMOptions()) : "") +
+    std::string text = "class " + Name(cimClass) + (superClass ? " : " + Name(*superClass) : "") +
                        DescribeQualifiers(cimClass) + "\n";
     for (const auto& property : All<ICIMPropertyDecl>(cimClass, &ICIMClass::EnumPropertyDecls)) {
-        text += "  property " + property->GetName(TCIMOptions()) + " " +
+        text += "  property " + Name(*property) + " " +
                 DescribeValue(property->GetValue(TCIMOptions())) +
-                DescribeEmbeddedObject(property->GetEmbeddedObject(TCIMOptions())) +
+                DescribeEmbedded(property->GetEmbeddedObject(TCIMOptions())) +
                 DescribeQualifiers(*property) + "\n";
     }
     for (const auto& method : All<ICIMMethodDecl>(cimClass, &ICIMClass::EnumMethodDecls)) {
-        text += "  method " + method->GetName(TCIMOptions()) + " " +
-                method->GetType(TCIMOptions()).GetName() + DescribeQualifiers(*method) + "\n";
+        text += "  method " + Name(*method) + " " + method->GetType(TCIMOptions()).GetName() +
+                DescribeQualifiers(*method) + "\n";
         for (const auto& parameter :
              All<ICIMParameterDecl>(*method, &ICIMMethodDecl::EnumParameterDecls)) {
-            text += "    parameter " + parameter->GetName(TCIMOptions()) + " " +
+            text += "    parameter " + Name(*parameter) + " " +
                     parameter->GetType(TCIMOptions()).GetName() +
-                    DescribeEmbeddedObject(parameter->GetEmbeddedObject(TCIMOptions())) +
+                    DescribeEmbedded(parameter->GetEmbeddedObject(TCIMOptions())) +
                     DescribeQualifiers(*parameter) + "\n";
         }
     }
@@ -83,18 +83,20 @@ inline std::string DescribeClass(ICIMClass& cimClass) {
 // "instance T_Base Name='a' Codes=null embedded object": the properties that hold a value or say
 // what their text holds.
 inline std::string DescribeInstance(ICIMInstance& instance) {
-    std::string text = "instance " + instance.GetClass(TCIMOptions())->GetName(TCIMOptions());
+    std::string text = "instance " + Name(*instance.GetClass(TCIMOptions()));
     for (const auto& property : All<ICIMProperty>(instance, &ICIMInstance::EnumProperties)) {
         const TCIMValue& value = property->GetValue(TCIMOptions());
         const EEmbeddedObject embedded = property->GetEmbeddedObject(TCIMOptions());
         if (!value.IsNull() || embedded != kEmbeddedNone) {
-            text += " " + property->GetName(TCIMOptions()) + "=" +
+            text += " " + Name(*property) + "=" +
                     (value.IsNull() ? "null" : "'" + value.ToString() + "'") +
-                    DescribeEmbeddedObject(embedded);
+                    DescribeEmbedded(embedded);
         }
     }
     return text + "\n";
 }
+
+const std::string kLine = "3 CIM-XML Parser line 1:";
 
 // Every case starts from these: Key (property scope) and Description (translatable) to qualify
 // with; T_A to derive from and refer to; T_Base keyed by Name and Index, with a default Count;
@@ -132,34 +134,31 @@ inline void RunSchemaCases(const std::vector<TSchemaCase>& cases, EMode mode = k
         SCOPED_TRACE(c.m_title);
         const boost::shared_ptr<ICIMNamespace> space = TMemoryNamespace::Create();
         ASSERT_EQ("", ParseDocument(space, InDeclGroup(kBaseSchema)).m_log);
-        const size_t baseDecls =
-            All<ICIMQualifierDecl>(*space, &ICIMNamespace::EnumQualifierDecls).size();
-        const size_t baseClasses = All<ICIMClass>(*space, &ICIMNamespace::EnumClasses).size();
+        const auto baseDecls = All<ICIMQualifierDecl>(*space, &ICIMNamespace::EnumQualifierDecls);
+        const auto baseClasses = All<ICIMClass>(*space, &ICIMNamespace::EnumClasses);
         const bool whole = strncasecmp(c.m_objects.c_str(), "<CIM", 4) == 0;
         const TParseResult parsed =
             ParseDocument(space, whole ? c.m_objects : InDeclGroup(c.m_objects), mode);
         std::string schema;
         const auto decls = All<ICIMQualifierDecl>(*space, &ICIMNamespace::EnumQualifierDecls);
-        for (auto decl = decls.begin() + long(baseDecls); decl != decls.end(); ++decl) {
-            schema += "qualifier " + (*decl)->GetName(TCIMOptions()) + " " +
-                      DescribeValue((*decl)->GetValue(TCIMOptions())) + " scope " +
-                      std::to_string((*decl)->GetScope(TCIMOptions())) + " flavor " +
-                      std::to_string((*decl)->GetFlavor(TCIMOptions())) + "\n";
+        for (size_t i = baseDecls.size(); i < decls.size(); ++i) {
+            schema += "qualifier " + Name(*decls[i]) + " " +
+                      DescribeValue(decls[i]->GetValue(TCIMOptions())) + " scope " +
+                      std::to_string(decls[i]->GetScope(TCIMOptions())) + " flavor " +
+                      std::to_string(decls[i]->GetFlavor(TCIMOptions())) + "\n";
         }
+        std::string collected;
         for (const auto& cimClass : parsed.m_classes) {
             schema += DescribeClass(*cimClass);
+            collected += " " + Name(*cimClass) + " ";
         }
         for (const auto& instance : parsed.m_instances) {
             schema += DescribeInstance(*instance);
         }
         const auto classes = All<ICIMClass>(*space, &ICIMNamespace::EnumClasses);
-        for (size_t i = baseClasses, collected = 0; i < classes.size(); ++i) {
-            if (collected < parsed.m_classes.size() &&
-                classes[i]->GetName(TCIMOptions()) ==
-                    parsed.m_classes[collected]->GetName(TCIMOptions())) {
-                ++collected;
-            } else {
-                schema += "committed class " + classes[i]->GetName(TCIMOptions()) + "\n";
+        for (size_t i = baseClasses.size(); i < classes.size(); ++i) {
+            if (collected.find(" " + Name(*classes[i]) + " ") == std::string::npos) {
+                schema += "committed class " + Name(*classes[i]) + "\n";
             }
         }
         std::vector<boost::shared_ptr<ICIMInstance>> all;

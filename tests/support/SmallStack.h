@@ -3,18 +3,20 @@
 
 #include <pthread.h>
 
-#include <cstddef>
+#include <functional>
 
 namespace NQRN20 {
 
 // False when the thread could not be started; otherwise the function has run to its end.
-inline bool RunOnSmallStack(void* (*function)(void*), void* argument,
-                            std::size_t stackBytes = 256 * 1024) {
+inline bool RunOnSmallStack(std::function<void()> function) {
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, stackBytes);
+    pthread_attr_setstacksize(&attributes, 256 * 1024);
     pthread_t thread;
-    const bool started = pthread_create(&thread, &attributes, function, argument) == 0;
+    const auto run = [](void* f) -> void* {
+        return (*static_cast<std::function<void()>*>(f))(), nullptr;
+    };
+    const bool started = pthread_create(&thread, &attributes, run, &function) == 0;
     if (started) {
         pthread_join(thread, nullptr);
     }

@@ -9,7 +9,6 @@
 namespace NQRN20 {
 namespace {
 
-const std::string kLine = "3 CIM-XML Parser line 1:";
 const char kKeyDeclaration[] = "<QUALIFIER.DECLARATION NAME='Q' TYPE='boolean'>"
                                "<SCOPE PROPERTY='true'/></QUALIFIER.DECLARATION>";
 const char kQualifierQ[] = "qualifier Q boolean null scope 8 flavor 3\n";

@@ -9,7 +9,6 @@
 namespace NQRN20 {
 namespace {
 
-const std::string kLine = "3 CIM-XML Parser line 1:";
 
 std::string Instance(const std::string& content, const std::string& className = "T_Base") {
     return "<VALUE.OBJECT><INSTANCE CLASSNAME='" + className + "'>" + content +

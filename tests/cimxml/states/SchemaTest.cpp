@@ -9,7 +9,6 @@
 namespace NQRN20 {
 namespace {
 
-const std::string kLine = "3 CIM-XML Parser line 1:";
 
 // A class T_B with the given attributes and content, in its VALUE.OBJECT.
 std::string ClassB(const std::string& content, const std::string& attributes = "") {
