@@ -9,7 +9,6 @@
 namespace NQRN20 {
 namespace {
 
-
 // A class T_B with the given attributes and content, in its VALUE.OBJECT.
 std::string ClassB(const std::string& content, const std::string& attributes = "") {
     return "<VALUE.OBJECT><CLASS NAME='T_B'" + attributes + ">" + content +
