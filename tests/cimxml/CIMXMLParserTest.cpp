@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace NQRN20 {
 namespace {
@@ -15,40 +16,33 @@ namespace {
 TEST(TCIMXMLParser, LogsEachRejectedElementWithTheLineOfItsTagAndStopsOnlyAtASyntaxError) {
     const struct {
         const char* m_document;
-        const char* m_log;
-        uint32_t m_status;
+        std::string m_log; // then "status N" when Parse threw
     } cases[] = {
-        {"<CIM/>", "", 0},
-        {"<cim></cim>", "", 0},
-        {"<Cim CIMVERSION='9.9'/>", "", 0},
+        {"<CIM/>", ""},
+        {"<cim></cim>", ""},
+        {"<Cim CIMVERSION='9.9'/>", ""},
         // The children of a rejected root are offered to the bottom state again.
-        {"<FOO><CIM/></FOO>", "3 CIM-XML Parser line 1:Unexpected element foo\n", 0},
+        {"<FOO><CIM/></FOO>", kLine + "Unexpected element foo\n"},
         // A start tag's errors carry the line of the '>' that closes it.
         {"<?xml version='1.0'?>\n<CIM\n CIMVERSION='2.0'>\n<FOO\n/>\n</CIM>",
-         "3 CIM-XML Parser line 5:Unexpected element foo\n", 0},
+         "3 CIM-XML Parser line 5:Unexpected element foo\n"},
         // The end of a rejected child pops its parent; the stack can then run empty.
-        {"<CIM><FOO/></CIM>", "3 CIM-XML Parser line 1:Unexpected element foo\n", 0},
+        {"<CIM><FOO/></CIM>", kLine + "Unexpected element foo\n"},
         {"<CIM><X><Y/></X></CIM>",
-         "3 CIM-XML Parser line 1:Unexpected element x\n"
-         "3 CIM-XML Parser line 1:Unexpected element y\n"
-         "3 CIM-XML Parser line 1:Unexpected element outside the document: cim; it and what "
-         "follows are ignored\n",
-         0},
+         kLine + "Unexpected element x\n" + kLine + "Unexpected element y\n" + kLine +
+             "Unexpected element outside the document: cim; it and what follows are ignored\n"},
         // Only the first element past the end says so.
         {"<A><B/><C/></A>",
-         "3 CIM-XML Parser line 1:Unexpected element a\n"
-         "3 CIM-XML Parser line 1:Unexpected element b\n"
-         "3 CIM-XML Parser line 1:Unexpected element outside the document: c; it and what follows "
-         "are ignored\n",
-         0},
-        {"<CIM>\n\n&bad;</CIM>", "3 CIM-XML Parser line 3:Unknown entity reference\n",
-         kQRNStatusParseError},
+         kLine + "Unexpected element a\n" + kLine + "Unexpected element b\n" + kLine +
+             "Unexpected element outside the document: c; it and what follows are ignored\n"},
+        {"<CIM>\n\n&bad;</CIM>", "3 CIM-XML Parser line 3:Unknown entity reference\nstatus " +
+                                     std::to_string(kQRNStatusParseError) + "\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.m_document);
         const TParseResult parsed = ParseDocument(TMemoryNamespace::Create(), c.m_document);
-        EXPECT_EQ(c.m_log, parsed.m_log);
-        EXPECT_EQ(c.m_status, parsed.m_status);
+        const std::string status = "status " + std::to_string(parsed.m_status) + "\n";
+        EXPECT_EQ(c.m_log, parsed.m_log + (parsed.m_status == 0 ? "" : status));
     }
 }
 
@@ -73,32 +67,24 @@ TEST(TCIMXMLParser, KeepsStatesSharedWithACopyAliveAfterTheOriginalIsGone) {
 }
 
 TEST(TCIMXMLParser, ConvertBoolReadsTheWordsAsStreamInputDoes) {
-    const struct {
-        const char* m_text;
-        bool m_value;
-    } cases[] = {
+    const std::pair<std::string, bool> cases[] = {
         {"true", true},  {" true", true}, {"\n\ttrue", true}, {"trueish", true}, {"false", false},
         {"TRUE", false}, {"1", false},    {"", false},        {"tru", false},
     };
-    for (const auto& c : cases) {
-        std::string text = c.m_text;
-        EXPECT_EQ(c.m_value, TCIMXMLParser::ConvertBool(text)) << '"' << c.m_text << '"';
+    for (auto [text, value] : cases) {
+        EXPECT_EQ(value, TCIMXMLParser::ConvertBool(text)) << '"' << text << '"';
     }
 }
 
 TEST(TCIMXMLParser, ConvertUnsignedIntReadsADecimalNumberAsStreamInputDoes) {
-    const struct {
-        const char* m_text;
-        uint32_t m_value;
-    } cases[] = {
+    const std::pair<std::string, uint32_t> cases[] = {
         {"42", 42},          {" 7", 7}, {"+5", 5},   {"12abc", 12},     {"4294967295", 4294967295u},
         {"-1", 4294967295u}, {"-0", 0}, {"0x10", 0}, {"4294967296", 0}, {"99999999999999999999", 0},
         {"abc", 0},          {"", 0},   {"-", 0},
     };
     TCIMXMLParser parser(TMemoryNamespace::Create());
-    for (const auto& c : cases) {
-        std::string text = c.m_text;
-        EXPECT_EQ(c.m_value, parser.ConvertUnsignedInt(text)) << '"' << c.m_text << '"';
+    for (auto [text, value] : cases) {
+        EXPECT_EQ(value, parser.ConvertUnsignedInt(text)) << '"' << text << '"';
     }
 }
 

@@ -1,6 +1,6 @@
 // Hostile documents: huge, deep, repetitive or at the limits of every type. Each must end with
 // the exact error expected, in time that grows with the input and no more.
-#include "support/ParseDocument.h"
+#include "support/SchemaCases.h"
 #include "support/SmallStack.h"
 
 #include <gtest/gtest.h>
@@ -27,8 +27,6 @@ std::pair<std::string, size_t> Summarise(const std::string& log) {
     return {log.substr(0, log.find('\n')), size_t(std::count(log.begin(), log.end(), '\n'))};
 }
 
-const std::string kLine = "3 CIM-XML Parser line 1:";
-
 TEST(HostileInput, RejectsDeepNestingAtTheLimitOnASmallStack) {
     for (const size_t depth : {size_t(100000), size_t(1000000)}) {
         SCOPED_TRACE(depth);
@@ -42,6 +40,7 @@ TEST(HostileInput, RejectsDeepNestingAtTheLimitOnASmallStack) {
     }
 }
 
+// Truncated documents are the tokenizer's to report, and end like any other syntax error here.
 TEST(HostileInput, EndsEachHugeOrRepetitiveDocumentAsExpected) {
     std::string attributes;
     for (int i = 0; i < 1000000; ++i) {
@@ -55,8 +54,6 @@ TEST(HostileInput, EndsEachHugeOrRepetitiveDocumentAsExpected) {
         uint32_t m_status;
     } cases[] = {
         {"a start tag with a million attributes", "<CIM" + attributes + "/>", "", 0, 0},
-        {"a duplicate attribute", "<CIM A='1' a='2'/>", kLine + "Attribute appears twice", 1,
-         kQRNStatusParseError},
         // Every one keeps its own line number: the last is on line 1000001.
         {"a million sibling errors, one a line", InDeclGroup(Repeat("\n<VALUE.OBJECT/>", 1000000)),
          "3 CIM-XML Parser line 2:CIM element syntax error", 1000000, 0},
@@ -64,12 +61,6 @@ TEST(HostileInput, EndsEachHugeOrRepetitiveDocumentAsExpected) {
          "<CIM>&#" + std::string(1000000, '9') + ";</CIM>", kLine + "Invalid character reference",
          1, kQRNStatusParseError},
         {"100 MB of text", "<CIM>" + std::string(100000000, 'x') + "</CIM>", "", 0, 0},
-        {"the end of the input inside a tag", "<CIM><DECLARATION",
-         kLine + "Unexpected character before end of element", 1, kQRNStatusParseError},
-        {"inside a named reference", "<CIM>&am", kLine + "Unknown entity reference", 1,
-         kQRNStatusParseError},
-        {"inside a CDATA section", "<CIM><![CDATA[x", kLine + "Unterminated CDATA section", 1,
-         kQRNStatusParseError},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.m_title);
@@ -83,37 +74,37 @@ TEST(HostileInput, EndsEachHugeOrRepetitiveDocumentAsExpected) {
     }
 }
 
-std::string InstanceOf(const std::string& className, const std::string& properties) {
-    return "<VALUE.OBJECT><INSTANCE CLASSNAME='" + className + "'>" + properties +
-           "</INSTANCE></VALUE.OBJECT>";
+std::string Object(const std::string& element, const std::string& content) {
+    return "<VALUE.OBJECT><" + element + ">" + content + "</" +
+           element.substr(0, element.find(' ')) + "></VALUE.OBJECT>";
 }
 
 TEST(HostileInput, LoadsLargeValuesAndLongChainsWithoutWorkPerMissingElement) {
     const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
-    std::string chain = "<VALUE.OBJECT><CLASS NAME='C0'><PROPERTY.ARRAY NAME='Big' TYPE='uint8' "
-                        "ARRAYSIZE='4294967295'/><PROPERTY.ARRAY NAME='Many' TYPE='uint32'/>"
-                        "</CLASS></VALUE.OBJECT>";
+    std::string chain = Object("CLASS NAME='C0'", "<PROPERTY.ARRAY NAME='Big' TYPE='uint8' "
+                                                  "ARRAYSIZE='4294967295'/><PROPERTY.ARRAY "
+                                                  "NAME='Many' TYPE='uint32'/>");
     for (int i = 1; i < 100000; ++i) {
-        chain += "<VALUE.OBJECT><CLASS NAME='C" + std::to_string(i) + "' SUPERCLASS='C" +
-                 std::to_string(i - 1) + "'/></VALUE.OBJECT>";
+        chain += Object("CLASS NAME='C" + std::to_string(i) + "' SUPERCLASS='C" +
+                            std::to_string(i - 1) + "'",
+                        "");
     }
     const TParseResult schema = ParseDocument(cimNamespace, InDeclGroup(chain));
     EXPECT_EQ("", schema.m_log);
     EXPECT_EQ(100000u, schema.m_classes.size());
     const TParseResult instances = ParseDocument(
-        cimNamespace,
-        InDeclGroup(InstanceOf("C99999", "<PROPERTY.ARRAY NAME='Many' TYPE='uint32'><VALUE.ARRAY>" +
+        cimNamespace, InDeclGroup(Object("INSTANCE CLASSNAME='C99999'",
+                                         "<PROPERTY.ARRAY NAME='Many' TYPE='uint32'><VALUE.ARRAY>" +
                                              Repeat("<VALUE>4294967295</VALUE>", 1000000) +
                                              "</VALUE.ARRAY></PROPERTY.ARRAY>")));
     EXPECT_EQ("", instances.m_log);
     ASSERT_EQ(1u, instances.m_instances.size());
-    const auto& instance = instances.m_instances[0];
+    ICIMInstance& instance = *instances.m_instances[0];
     EXPECT_EQ(
         1000000u,
-        instance->GetProperty("Many", TCIMOptions())->GetValue(TCIMOptions()).GetElements().size());
-    const TCIMValue& big = instance->GetProperty("Big", TCIMOptions())->GetValue(TCIMOptions());
-    EXPECT_TRUE(big.IsNull());
-    EXPECT_EQ(4294967295u, big.GetCount());
+        instance.GetProperty("Many", TCIMOptions())->GetValue(TCIMOptions()).GetElements().size());
+    EXPECT_EQ("uint8[] null count 4294967295",
+              DescribeValue(instance.GetProperty("Big", TCIMOptions())->GetValue(TCIMOptions())));
 }
 
 // Each is reported with its text trimmed, and stored as a null that still has its type.
@@ -124,33 +115,28 @@ TEST(HostileInput, StoresValuesOutsideTheirTypeAsNullsOfThatType) {
         "uint32 4294967296 sint32 2147483648 sint32 -2147483649 uint64 18446744073709551616 "
         "uint64 abc sint64 9223372036854775808 sint64 -9223372036854775809 boolean yes "
         "char16 ab real32 1e39");
-    std::string properties;
-    std::string values;
-    std::string log;
+    std::string properties, values, log, nulls;
     size_t count = 0;
     for (std::string type, text; cases >> type >> text; ++count) {
-        const std::string name = "P" + std::to_string(count);
-        properties += "<PROPERTY NAME='" + name + "' TYPE='" + type + "'/>";
-        values += "<PROPERTY NAME='" + name + "' TYPE='" + type + "'><VALUE> " + text +
-                  "\t</VALUE></PROPERTY>";
+        const std::string property =
+            "<PROPERTY NAME='P" + std::to_string(count) + "' TYPE='" + type + "'";
+        properties += property + "/>";
+        values += property + "><VALUE> " + text + "\t</VALUE></PROPERTY>";
         log += kLine + "Invalid value '" + text + "' for type " + type + "\n";
+        nulls += type + " null\n";
     }
     const boost::shared_ptr<ICIMNamespace> cimNamespace = TMemoryNamespace::Create();
-    ParseDocument(cimNamespace,
-                  InValueObjects({"<CLASS NAME='T_Ranges'>" + properties + "</CLASS>"}));
+    ParseDocument(cimNamespace, InDeclGroup(Object("CLASS NAME='T_Ranges'", properties)));
     const TParseResult parsed =
-        ParseDocument(cimNamespace, InDeclGroup(InstanceOf("T_Ranges", values)));
+        ParseDocument(cimNamespace, InDeclGroup(Object("INSTANCE CLASSNAME='T_Ranges'", values)));
     EXPECT_EQ(log, parsed.m_log);
     ASSERT_EQ(1u, parsed.m_instances.size());
-    std::vector<boost::shared_ptr<ICIMProperty>> stored;
-    parsed.m_instances[0]->EnumProperties(TAddToVectorCallback<ICIMProperty>(stored),
-                                          TCIMOptions());
-    ASSERT_EQ(count, stored.size());
-    for (const auto& property : stored) {
-        const TCIMValue& value = property->GetValue(TCIMOptions());
-        EXPECT_TRUE(value.IsNull()) << property->GetName(TCIMOptions());
-        EXPECT_EQ(property->GetType(TCIMOptions()), value.GetType());
+    std::string stored;
+    for (const auto& property :
+         All<ICIMProperty>(*parsed.m_instances[0], &ICIMInstance::EnumProperties)) {
+        stored += DescribeValue(property->GetValue(TCIMOptions())) + "\n";
     }
+    EXPECT_EQ(nulls, stored);
 }
 
 } // namespace

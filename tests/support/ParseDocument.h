@@ -16,6 +16,9 @@ struct TParseResult {
     std::vector<boost::shared_ptr<ICIMInstance>> m_instances;
 };
 
+// How the parser's log lines for line 1 begin.
+const std::string kLine = "3 CIM-XML Parser line 1:";
+
 enum EMode { kDefaultMode, kQX518Mode };
 
 inline TParseResult ParseDocument(const boost::shared_ptr<ICIMNamespace>& cimNamespace,

@@ -96,8 +96,6 @@ inline std::string DescribeInstance(ICIMInstance& instance) {
     return text + "\n";
 }
 
-const std::string kLine = "3 CIM-XML Parser line 1:";
-
 // Every case starts from these: Key (property scope) and Description (translatable) to qualify
 // with; T_A to derive from and refer to; T_Base keyed by Name and Index, with a default Count;
 // T_Sub, which overrides the key Name without the qualifier; and T_Uses, to refer to them.
