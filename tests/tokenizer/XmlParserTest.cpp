@@ -118,8 +118,6 @@ TEST(TXmlParser, ScansThePrologAndWhatFollowsTheRootElement) {
         {"\n<A/>", "error 2: Unexpected character before prolog"},
         {"\xEF\xBB\xBF<A/>", "start A|end A"},
         {"<!-- c --><A/>", "error 1: Invalid element/attribute name"},
-        {"<?xml?>\n<!-- c -->\n<?p?>\n<A/>", "pi TBD TBD|start A|end A"},
-        {"<?xml version='1.0'?><!DOCTYPE CIM SYSTEM 'x.dtd'><CIM/>", "start CIM|end CIM"},
         {"<?xml?><!doctype CIM><CIM/>", "error 1: Unexpected character in doctypedecl"},
         {"<?xml?><!DOCTYPE a><!DOCTYPE b><a/>", "error 1: Invalid element/attribute name"},
         {"<?xml?><!DOCTYPE a [<!ELEMENT a ANY>]><a/>",
@@ -130,42 +128,28 @@ TEST(TXmlParser, ScansThePrologAndWhatFollowsTheRootElement) {
         {"<?xml?><?p", "error 1: Unterminated processing instruction"},
         {"<?xml?>", "error 1: Unexpected character before element"},
         {"<A/> <!-- c --> <?p?>\n", "start A|end A|pi TBD TBD"},
-        {"<A/><B/>", "start A|end A|error 1: Unexpected content after the root element"},
         {"<A/>\n</A>", "start A|end A|error 2: Unexpected content after the root element"},
-        {"<A/><%x%>", "start A|end A|error 1: Invalid XML '<%' characters encountered"},
     });
 }
 
 TEST(TXmlParser, ScansNamesTagsAndAttributes) {
     RunCases({
-        {"<_a/>", "start _a|end _a"},
         {"<:a.b-c_d:e9></:a.b-c_d:e9>", "start :a.b-c_d:e9|end :a.b-c_d:e9"},
         {"<1a/>", "error 1: Invalid element/attribute name"},
-        {"<a\xC3\xA9/>", "error 1: Unexpected character before end of element"},
-        {"<", "error 1: Invalid element/attribute name"},
         {"<A", "error 1: Unexpected character before end of element"},
-        {"<A / >", "error 1: Unexpected character before end of element"},
         {"<A x='1'y='2'/>", "error 1: Unexpected character before end of element"},
         {"<A x = '1' />", "start A x='1'|end A"},
         {"<A\tX='1'\r\nY=\"2\"></A >", "start A x='1' y='2'|end A"},
-        {"<A x='say \"hi\"' y=\"it's\"/>", "start A x='say \"hi\"' y='it's'|end A"},
-        {"<A x='a\nb'/>", "start A x='a\nb'|end A"},
         {"<A NAME='x' name='y'/>", "error 1: Attribute appears twice"},
         {"<A NAME='x' name='x' nAmE=\"x\"/>", "start A name='x'|end A"},
-        {"<A x/>", "error 1: Unexpected character between attribute name and value"},
         {"<A x=1/>", "error 1: Unexpected character after equals of attribute name"},
         {"<A x='a<b'/>", "error 1: Unexpected character(<) in attribute value"},
-        {"<A x='&#65;'/>", "error 1: Unexpected character(&) in attribute value"},
         {"<A x='&Amp;&lt;&GT;&quot;&apos;'/>", "start A x='&Amp;&lt;&GT;&quot;&apos;'|end A"},
-        {"<A x='1", "error 1: End of input inside an attribute value"},
         {"<A x='&amp", "error 1: Unexpected character(&) in attribute value"},
         {"<A %x='1'/>", "error 1: Unexpected character before end of element"},
         {"<A></a>", "start A|error 1: Start and end element names don't match"},
         {"<A></AB>", "start A|error 1: Start and end element names don't match"},
-        {"<AB></A>", "start AB|error 1: Start and end element names don't match"},
         {"<A></A x>", "start A|error 1: Unexpected character before end of element"},
-        {"<A></1>", "start A|error 1: Invalid element/attribute name"},
-        {"<A>text", "start A|text 'text'|error 1: Unexpected character where element expected"},
         {"<A><", "start A|error 1: Invalid element/attribute name"},
         // Every tag's map is refilled from the last one's: nothing of one may show in the next.
         {"<A long='a value longer than any short string' b='2'><B/><C c='3'/></A>",
@@ -180,27 +164,16 @@ TEST(TXmlParser, EndsEachRunOnlyAtItsOwnBytes) {
     RunCases({
         {"<A>\xC3\xA9'\"=/>\x7F\xFF</A>", "start A|text '\\xC3\\xA9'\"=/>\\x7F\\xFF'|end A"},
         {"<A x='\xFF>/=\"' y=\"'\xC3\"/>", "start A x='\xFF>/=\"' y=''\xC3'|end A"},
-        {"<A x='a&lt;b' y=\"&amp;\"/>", "start A x='a&lt;b' y='&amp;'|end A"},
         {"<A x\xC3='1'/>", "error 1: Unexpected character between attribute name and value"},
         {"<A\vx='1'/>", "error 1: Unexpected character before end of element"},
-        {"<A x='1'\f/>", "error 1: Unexpected character before end of element"},
         {"<A x='1\">", "error 1: End of input inside an attribute value"},
     });
 }
 
 TEST(TXmlParser, DeliversTextReferencesAndLineEndsInOrder) {
     RunCases({
-        {"<A>&AMP;&Lt;&gT;&QUOT;&apos;</A>",
-         "start A|text '&'|text '<'|text '>'|text '\"'|text '''|end A"},
-        {"<A>&#65;&#x41;&#X6a;&#1000;</A>",
-         "start A|text 'A'|text 'A'|text 'j'|text '\\xCF\\xA8'|end A"},
-        {"<A>&#x;</A>", "start A|error 1: Invalid hex character"},
-        {"<A>&#12a;</A>", "start A|error 1: Unknown entity reference"},
         {"<A>&#xfg;</A>", "start A|error 1: Unknown entity reference"},
-        {"<A>&am;</A>", "start A|error 1: Unknown entity reference"},
         {"<A>&aPoS;&apox;</A>", "start A|text '''|error 1: Unknown entity reference"},
-        {"<A>&</A>", "start A|error 1: Unknown entity reference"},
-        {"<A>x<![CDATA[y]]>z</A>", "start A|text 'x'|text 'y'|text 'z'|end A"},
         {"<A><![CDATA[]]><![CDATA[<&]]]></A>", "start A|text '<&]'|end A"},
         {"<A><![CDATA[x", "start A|error 1: Unterminated CDATA section"},
         {"<A><!DOCTYPE x></A>", "start A|error 1: Unexpected markup in element content"},
@@ -208,9 +181,6 @@ TEST(TXmlParser, DeliversTextReferencesAndLineEndsInOrder) {
         {"<A><!-- unterminated </A>", "start A|error 1: Unterminated comment"},
         {"<A><?unterminated </A>", "start A|error 1: Unterminated processing instruction"},
         {"<A>x<%y%></A>", "start A|text 'x'|error 1: Invalid XML '<%' characters encountered"},
-        {"<A> <B/>\t</A>", "start A|text ' '|start B|end B|text '\\x09'|end A"},
-        {"<A>a\r\nb\rc\r\n\r\n</A>", "start A|text 'a'|text '\\n'|text 'b'|text '\\n'|text "
-                                     "'c'|text '\\n'|text '\\n'|end A"},
         {"<A x='a\r\nb\rc' y='\r'/>", "start A x='a\nb\nc' y='\n'|end A"},
         {"<A><![CDATA[a\r\nb]]></A>", "start A|text 'a'|text '\\n'|text 'b'|end A"},
         {"<A>&#13;&#xD;\r</A>", "start A|text '\\x0D'|text '\\x0D'|text '\\n'|end A"},
@@ -236,11 +206,9 @@ TEST(TXmlParser, ReadsUtf8AsciiAndLatin1AndRefusesOtherEncodings) {
          "error 1: Unsupported encoding 'Shift_JIS'"},
         {"\xFF\xFE<", "error 1: Unsupported encoding 'UTF-16LE'"},
         {"\xFE\xFF", "error 1: Unsupported encoding 'UTF-16BE'"},
-        {std::string("\0<\0?", 4), "error 1: Unsupported encoding 'UTF-16BE'"},
         {std::string("<\0?\0", 4), "error 1: Unsupported encoding 'UTF-16LE'"},
         {std::string("\0\0\xFE\xFF", 4), "error 1: Unsupported encoding 'UTF-32BE'"},
         {std::string("\xFF\xFE\0\0", 4), "error 1: Unsupported encoding 'UTF-32LE'"},
-        {std::string("\0\0\0<", 4), "error 1: Unsupported encoding 'UTF-32BE'"},
         {std::string("<\0\0\0", 4), "error 1: Unsupported encoding 'UTF-32LE'"},
     });
 }
@@ -283,7 +251,6 @@ TEST(TXmlParser, GoesOnAfterEachErrorWhenFatalErrorReturns) {
         {
             {"", "error 1: Unexpected character before prolog|"
                  "error 1: Unexpected character before element"},
-            {"x<A/>", "error 1: Unexpected character before prolog|start A|end A"},
             {"<A x='1' X='2' y='3'><B x='4'/><C/></A>",
              "error 1: Attribute appears twice|start A x='1' y='3'|start B x='4'|end B|start C|"
              "end C|end A"},
@@ -308,7 +275,6 @@ TEST(TXmlParser, GoesOnAfterEachErrorWhenFatalErrorReturns) {
 TEST(TXmlParser, CountsLinesByLineFeedsAtTheDocumentedPositions) {
     RunCases(
         {
-            {"<A\n x='1'\n>\n</A>", "3 start A x='1'|4 text '\\n'|4 end A"},
             {"<A>\r\r<B\r/>\r</A>",
              "1 start A|1 text '\\n'|1 text '\\n'|1 start B|1 end B|1 text '\\n'|1 end A"},
             // A line feed under an element name's terminator still counts.
