@@ -43,12 +43,8 @@ std::string Declaration(const std::string& group, const std::string& content) {
     return "<CIM><DECLARATION><" + group + ">" + content + "</" + group + "></DECLARATION></CIM>";
 }
 
-TEST(TStateCIM, AcceptsDeclarationsAndMessagesWhateverTheVersions) {
+TEST(TStateCIM, AcceptsAnyNumberOfDeclarationsAndMessages) {
     RunSchemaCases({
-        {"unknown versions, upper and lower case names",
-         "<cim CIMVERSION='9' DTDVERSION='x'><Declaration><DECLGROUP><value.object>" + Class("A") +
-             "</value.object></DECLGROUP></Declaration></cim>",
-         "", "class A\n"},
         {"several declarations and messages",
          "<CIM><DECLARATION><DECLGROUP><VALUE.OBJECT>" + Class("A") +
              "</VALUE.OBJECT></DECLGROUP></DECLARATION><MESSAGE>" +
@@ -75,8 +71,6 @@ TEST(TStateDeclGroup, TakesAPathThenQualifierDeclarationsThenObjects) {
              "Unexpected element scope\n" + kLine +
              "Unexpected element outside the document: cim; it and what follows are ignored\n",
          "class A\n"},
-        {"a named object in an unnamed group", "<VALUE.NAMEDOBJECT/>",
-         kLine + "Unexpected element value.namedobject\n", ""},
         {"objects of a group with paths",
          Declaration("DECLGROUP.WITHPATH",
                      "<VALUE.OBJECTWITHLOCALPATH><LOCALCLASSPATH>" + path +
@@ -91,16 +85,8 @@ TEST(TStateDeclGroup, TakesAPathThenQualifierDeclarationsThenObjects) {
 
 TEST(TStateValueObject, CommitsAndCollectsItsObjectOrReportsItsAbsence) {
     RunSchemaCases({
-        {"an empty value object", "<VALUE.OBJECT/>", kLine + "CIM element syntax error\n", ""},
-        {"a second object", Object(Class("A") + kInstance), kLine + "Unexpected element instance\n",
-         "class A\n"},
         {"a class defined twice is committed and collected once",
          Object(Class("A")) + Object(Class("a")), "", "class A\n"},
-        {"a class whose superclass is unknown",
-         Object("<CLASS NAME='A' SUPERCLASS='Nope'/>") + Object(Class("B")),
-         "3 TCIMXMLParser: Couldn't find class Nope\n" + kLine +
-             "CIM element holds no object: its class or instance was not created\n",
-         "class B\n"},
         {"named objects: a class, an instance missing, an instance",
          Declaration("DECLGROUP.WITHNAME",
                      "<VALUE.NAMEDOBJECT>" + Class("A") +
@@ -124,10 +110,6 @@ TEST(TStateMessage, CommitsTheObjectsOfCreateRequestsWithoutCollectingThem) {
          Message(Request("CreateInstance", "NewInstance", kInstance) +
                  Request("Create Instance", "NewInstance", kInstance)),
          "", "committed instances 2\n"},
-        {"method and parameter names are not compared with each other or the object",
-         Message(Request("CreateClass", "NewInstance", kInstance) +
-                 Request("CreateInstance", "NewClass", Class("A"))),
-         "", "committed class A\ncommitted instances 1\n"},
         {"an unknown protocol version, an unknown method and parameter",
          "<CIM><MESSAGE PROTOCOLVERSION='1.1'>" + Request("createclass", "Class", Class("A")) +
              "</MESSAGE></CIM>",
@@ -135,10 +117,6 @@ TEST(TStateMessage, CommitsTheObjectsOfCreateRequestsWithoutCollectingThem) {
              "Unexpected IMethodCall method createclass\n" + kLine +
              "Unexpected IParamValue parameter name\n",
          "committed class A\n"},
-        {"a method without a name",
-         Message("<SIMPLEREQ><IMETHODCALL><LOCALNAMESPACEPATH><NAMESPACE NAME='r'/>"
-                 "</LOCALNAMESPACEPATH></IMETHODCALL></SIMPLEREQ>"),
-         kLine + "Unexpected IMethodCall method \n", ""},
         {"a parameter before the namespace path",
          Message("<SIMPLEREQ><IMETHODCALL NAME='CreateClass'><IPARAMVALUE NAME='NewClass'/>"
                  "</IMETHODCALL></SIMPLEREQ>"),
@@ -166,10 +144,6 @@ TEST(TStateSimpleRsp, CollectsAReturnedClassAndCommitsOtherReturnedObjects) {
                   std::string(kInstance) + "</VALUE.NAMEDINSTANCE></IRETURNVALUE><IRETURNVALUE>" +
                   kKeyDeclaration + "</IRETURNVALUE>"),
          "", kQualifierQ + std::string("committed instances 1\n")},
-        {"an error, then a return value",
-         Response("<ERROR CODE='6' DESCRIPTION='x'/><IRETURNVALUE>" + Class("A") +
-                  "</IRETURNVALUE>"),
-         "", "class A\n"},
         {"an empty return value", Response("<IRETURNVALUE/>"), kLine + "CIM element syntax error\n",
          ""},
         {"an error holding an instance",
