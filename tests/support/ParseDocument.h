@@ -45,13 +45,4 @@ inline std::string InDeclGroup(const std::string& content) {
            "</DECLGROUP></DECLARATION></CIM>";
 }
 
-// Wraps each object in a VALUE.OBJECT.
-inline std::string InValueObjects(const std::vector<std::string>& objects) {
-    std::string content;
-    for (const std::string& object : objects) {
-        content += "<VALUE.OBJECT>" + object + "</VALUE.OBJECT>";
-    }
-    return InDeclGroup(content);
-}
-
 } // namespace NQRN20

@@ -39,9 +39,8 @@ inline std::string DescribeValue(const TCIMValue& value) {
 
 // " embedded object", " embedded instance", or nothing.
 inline std::string DescribeEmbedded(EEmbeddedObject kind) {
-    return kind == kEmbeddedNone     ? ""
-           : kind == kEmbeddedObject ? " embedded object"
-                                     : " embedded instance";
+    static const char* const kKinds[] = {"", " embedded object", " embedded instance"};
+    return kKinds[kind];
 }
 
 // " [Key=boolean 'true' flavor 3, ...]", or nothing without qualifiers.

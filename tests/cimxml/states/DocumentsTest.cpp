@@ -18,10 +18,6 @@ std::string Class(const std::string& name) {
     return "<CLASS NAME='" + name + "'/>";
 }
 
-std::string Object(const std::string& content) {
-    return "<VALUE.OBJECT>" + content + "</VALUE.OBJECT>";
-}
-
 std::string Request(const std::string& method, const std::string& parameter,
                     const std::string& object) {
     return "<SIMPLEREQ><IMETHODCALL NAME='" + method +
@@ -86,7 +82,9 @@ TEST(TStateDeclGroup, TakesAPathThenQualifierDeclarationsThenObjects) {
 TEST(TStateValueObject, CommitsAndCollectsItsObjectOrReportsItsAbsence) {
     RunSchemaCases({
         {"a class defined twice is committed and collected once",
-         Object(Class("A")) + Object(Class("a")), "", "class A\n"},
+         "<VALUE.OBJECT>" + Class("A") + "</VALUE.OBJECT><VALUE.OBJECT>" + Class("a") +
+             "</VALUE.OBJECT>",
+         "", "class A\n"},
         {"named objects: a class, an instance missing, an instance",
          Declaration("DECLGROUP.WITHNAME",
                      "<VALUE.NAMEDOBJECT>" + Class("A") +
