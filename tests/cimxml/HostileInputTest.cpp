@@ -74,6 +74,7 @@ TEST(HostileInput, EndsEachHugeOrRepetitiveDocumentAsExpected) {
     }
 }
 
+// A VALUE.OBJECT holding one element, given as its tag's name and attributes, and its content.
 std::string Object(const std::string& element, const std::string& content) {
     return "<VALUE.OBJECT><" + element + ">" + content + "</" +
            element.substr(0, element.find(' ')) + "></VALUE.OBJECT>";
