@@ -16,6 +16,7 @@ enum EQualifierDeclarationPhase { kPhaseScope = 0, kPhaseValues = 1 };
 
 const char kExpectedScope[] = "Expected SCOPE element";
 const char kIncompatibleAttributes[] = "Incompatible attributes";
+const char kCouldntAttachQualifier[] = "Couldn't attach qualifier ";
 
 const char kTrue[] = "true";
 const char kFalse[] = "false";
@@ -82,9 +83,14 @@ void TCIMXMLParser::TStateQualifier::EndElement(TCIMXMLParser& parser, const std
         if (!m_valueSeen) {
             m_value = TCIMValue(declaration->GetType(TCIMOptions()), 0);
         }
-        m_owner->AddQualifier(
-            m_owner->CreateQualifier(std::move(declaration), m_value, m_flavor, TCIMOptions()),
-            TCIMOptions());
+        // Refused (a value of another type than declared, say): said, lest it vanish unseen.
+        try {
+            m_owner->AddQualifier(
+                m_owner->CreateQualifier(std::move(declaration), m_value, m_flavor, TCIMOptions()),
+                TCIMOptions());
+        } catch (const TQRNException& error) {
+            parser.FatalError(kCouldntAttachQualifier + m_name + ": " + error.what());
+        }
     }
     parser.PopState();
 }

@@ -82,8 +82,8 @@ TEST(TStateQualifier, AttachesQualifiersWithTheirValueAndFlavor) {
          "qualifier Q uint8[] null count 2 scope 0 flavor 3\n"
          "class T_B [Q=uint8[] '4' count 0 flavor 3]\n"},
         {"a value is parsed with the qualifier's own type; the core refuses one of another",
-         ClassB("<QUALIFIER NAME='Key' TYPE='uint8'><VALUE>1</VALUE></QUALIFIER>"), "",
-         "class T_B\n"},
+         ClassB("<QUALIFIER NAME='Key' TYPE='uint8'><VALUE>1</VALUE></QUALIFIER>"),
+         kLine + "Couldn't attach qualifier Key: type mismatch\n", "class T_B\n"},
         {"a propagated qualifier is looked up, not attached",
          ClassB("<QUALIFIER NAME='Key' PROPAGATED='true'/>"
                 "<QUALIFIER NAME='Nope' TYPE='string' PROPAGATED='true'/>"),
