@@ -3,6 +3,7 @@
 #include "populator/NamespacePopulator.h"
 
 #include "support/LogRecorder.h"
+#include "support/ParseDocument.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
@@ -34,18 +35,7 @@ std::vector<TDocuments> DocumentPairs() {
     return pairs;
 }
 
-// How many qualifier declarations, classes and instances a namespace holds, in that order.
 typedef std::array<size_t, 3> TCounts;
-
-TCounts CountsOf(ICIMNamespace& cimNamespace) {
-    std::vector<boost::shared_ptr<ICIMQualifierDecl>> declarations;
-    std::vector<boost::shared_ptr<ICIMClass>> classes;
-    std::vector<boost::shared_ptr<ICIMInstance>> instances;
-    cimNamespace.EnumQualifierDecls(TAddToVectorCallback<ICIMQualifierDecl>(declarations), {});
-    cimNamespace.EnumClasses(TAddToVectorCallback<ICIMClass>(classes), {});
-    cimNamespace.EnumInstances("", TAddToVectorCallback<ICIMInstance>(instances), {});
-    return {declarations.size(), classes.size(), instances.size()};
-}
 
 // What one thread loads alone, which the loads at once must match; nothing is logged.
 TCounts LoadedAlone(const TDocuments& documents) {
@@ -55,7 +45,7 @@ TCounts LoadedAlone(const TDocuments& documents) {
         TNamespacePopulator::PopulateFromXMLFile(cimNamespace, documents[0]).size();
     const size_t instances =
         TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, documents[1]).size();
-    const TCounts counts = CountsOf(*cimNamespace);
+    const TCounts counts = CountObjects(*cimNamespace);
     EXPECT_EQ(classes, counts[1]);
     EXPECT_EQ(instances, counts[2]);
     EXPECT_EQ("", log.Text());
@@ -134,7 +124,7 @@ TEST(ConcurrentLoads, CommitEachObjectOnceAndLetReadersSeeTheInstancesOnlyGrow) 
         });
         stop = true;
         reader.join();
-        EXPECT_EQ(expected, CountsOf(*cimNamespace));
+        EXPECT_EQ(expected, CountObjects(*cimNamespace));
         EXPECT_EQ(0u, shrinks);
         EXPECT_LT(0u, passes);
         for (size_t kind = 0; kind < expected.size(); ++kind) {

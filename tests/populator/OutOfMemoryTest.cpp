@@ -1,6 +1,7 @@
 // Tests that a load which runs out of memory at any allocation unwinds with std::bad_alloc and
 // leaves the namespace usable. A program of its own, since it replaces the global operator new.
 #include "populator/NamespacePopulator.h"
+#include "support/ParseDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -40,18 +41,6 @@ namespace {
 const std::string kSchema = XMLPARSER_EXAMPLES_DIR "/schema.xml";
 const std::string kInstances = XMLPARSER_EXAMPLES_DIR "/instances.xml";
 
-// How many qualifier declarations, classes and instances the namespace holds.
-std::string Counts(ICIMNamespace& cimNamespace) {
-    std::vector<boost::shared_ptr<ICIMQualifierDecl>> declarations;
-    std::vector<boost::shared_ptr<ICIMClass>> classes;
-    std::vector<boost::shared_ptr<ICIMInstance>> instances;
-    cimNamespace.EnumQualifierDecls(TAddToVectorCallback<ICIMQualifierDecl>(declarations), {});
-    cimNamespace.EnumClasses(TAddToVectorCallback<ICIMClass>(classes), {});
-    cimNamespace.EnumInstances("", TAddToVectorCallback<ICIMInstance>(instances), {});
-    return std::to_string(declarations.size()) + " " + std::to_string(classes.size()) + " " +
-           std::to_string(instances.size());
-}
-
 // Loads the bundled examples, the schema and then its instances, each with a report.
 void LoadExamples(const boost::shared_ptr<ICIMNamespace>& cimNamespace) {
     TLoadReport report;
@@ -82,7 +71,7 @@ TEST(OutOfMemory, EveryAllocationThatFailsDuringALoadUnwindsAndLeavesTheNamespac
         g_allocationsLeft = -1;
         EXPECT_EQ(nullptr, TRootObject::SetThreadLogger(nullptr));
         LoadExamples(cimNamespace);
-        EXPECT_EQ("11 5 5", Counts(*cimNamespace));
+        EXPECT_EQ((std::array<size_t, 3>{11, 5, 5}), CountObjects(*cimNamespace));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "cimxml/CIMXMLParser.h"
 #include "support/LogRecorder.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,17 @@ inline TParseResult ParseDocument(const boost::shared_ptr<ICIMNamespace>& cimNam
         status = error.GetStatus();
     }
     return {log.Text(), status, parser.GetClassesCollected(), parser.GetInstancesCollected()};
+}
+
+// How many qualifier declarations, classes and instances the namespace holds, in that order.
+inline std::array<size_t, 3> CountObjects(ICIMNamespace& cimNamespace) {
+    std::vector<boost::shared_ptr<ICIMQualifierDecl>> declarations;
+    std::vector<boost::shared_ptr<ICIMClass>> classes;
+    std::vector<boost::shared_ptr<ICIMInstance>> instances;
+    cimNamespace.EnumQualifierDecls(TAddToVectorCallback<ICIMQualifierDecl>(declarations), {});
+    cimNamespace.EnumClasses(TAddToVectorCallback<ICIMClass>(classes), {});
+    cimNamespace.EnumInstances("", TAddToVectorCallback<ICIMInstance>(instances), {});
+    return {declarations.size(), classes.size(), instances.size()};
 }
 
 // Wraps objects in the document and declaration group every schema or instance file has.

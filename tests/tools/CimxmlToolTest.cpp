@@ -88,18 +88,6 @@ TEST(CimxmlTool, WritesTheExamplesAsTheReviewedMof) {
     EXPECT_EQ(ReadText(std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof"), run.m_out);
 }
 
-// What --xml writes loads back into the same content: the same MOF, byte for byte.
-TEST(CimxmlTool, WritesTheExamplesAsCimXmlThatLoadsBackTheSame) {
-    TTempDir dir;
-    const TRun xml = RunTool("--xml " + kSchema + " --instances " + kInstances);
-    EXPECT_EQ(0, xml.m_exitCode);
-    const std::string written = dir.Write("written.xml", xml.m_out);
-    const TRun mof = RunTool("--mof " + written);
-    EXPECT_EQ(0, mof.m_exitCode);
-    EXPECT_EQ("", mof.m_err);
-    EXPECT_EQ(ReadText(std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof"), mof.m_out);
-}
-
 // Exit 0 only for a clean run; every failure says what and where on standard error.
 TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWritten) {
     TTempDir dir;
