@@ -164,7 +164,6 @@ TEST(CimxmlTool, AnswersHelpAndVersionAndRefusesAWrongCommandLine) {
         {"tree A B x.xml", 2, "", "cimxml: tree takes one class\n" + tryHelp},
         {"show x.xml", 2, "",
          "cimxml: show needs the name of a class or qualifier declaration\n" + tryHelp},
-        {"--inherited x.xml", 2, "", "cimxml: --inherited is only for show\n" + tryHelp},
         {"tree --mof x.xml", 2, "",
          "cimxml: --mof and --xml are only for the plain form\n" + tryHelp},
     };
@@ -240,26 +239,19 @@ TEST(CimxmlTool, ShowsTheTreeAClassAndWhatChangedBetweenTwoSchemas) {
 TEST(CimxmlTool, SummarisesAsJsonForScripts) {
     TTempDir dir;
     const std::string bad = dir.Write("bad.xml", "<CIM>\n<DECLARATION><FOO/></DECLARATION></CIM>");
-    const TRun run = RunTool("--format json " + kSchema + " " + bad);
+    const TRun run = RunTool("--format json " + bad);
     EXPECT_EQ(1, run.m_exitCode);
     EXPECT_EQ(bad + ":2: error: Unexpected element FOO\n", run.m_err);
-    const std::string seconds = "\"seconds\": ";
     std::string out = run.m_out;
-    for (size_t at = out.find(seconds); at != std::string::npos; at = out.find(seconds, at + 1)) {
-        out.erase(at + seconds.size(), out.find(',', at) - at - seconds.size());
-    }
-    EXPECT_EQ("{\n  \"files\": [\n    {\n      \"file\": \"" + kSchema +
-                  "\",\n      \"bytes\": 7679,\n      \"seconds\": ,\n      \"added\": {\n"
-                  "        \"qualifier_declarations\": 11,\n        \"classes\": 5,\n"
-                  "        \"instances\": 0\n      },\n      \"errors\": []\n    },\n    {\n"
-                  "      \"file\": \"" +
-                  bad +
+    const size_t seconds = out.find("\"seconds\": ") + 11;
+    out.erase(seconds, out.find(',', seconds) - seconds);
+    EXPECT_EQ("{\n  \"files\": [\n    {\n      \"file\": \"" + bad +
                   "\",\n      \"bytes\": 45,\n      \"seconds\": ,\n      \"added\": {\n"
                   "        \"qualifier_declarations\": 0,\n        \"classes\": 0,\n"
                   "        \"instances\": 0\n      },\n      \"errors\": [\n        {\n"
                   "          \"line\": 2,\n          \"message\": \"Unexpected element FOO\"\n"
                   "        }\n      ]\n    }\n  ],\n  \"namespace\": {\n    \"name\": "
-                  "\"root/cimv2\",\n    \"qualifier_declarations\": 11,\n    \"classes\": 5,\n"
+                  "\"root/cimv2\",\n    \"qualifier_declarations\": 0,\n    \"classes\": 0,\n"
                   "    \"instances\": 0\n  }\n}\n",
               out);
 }

@@ -52,6 +52,10 @@ const std::string kKeyed =
     Class("EX_Keyed", R"(<PROPERTY NAME="Id" TYPE="string"><QUALIFIER NAME="Key" TYPE="boolean">)"
                       R"(<VALUE>true</VALUE></QUALIFIER></PROPERTY>)");
 const std::string kString = R"(<PROPERTY NAME="Size" TYPE="string"/>)";
+const std::string kDescribed =
+    R"(<QUALIFIER NAME="Description" TYPE="string"><VALUE>old</VALUE></QUALIFIER>)";
+const std::string kDeprecated = R"(<QUALIFIER NAME="Deprecated" TYPE="string"><VALUE.ARRAY>)"
+                                R"(<VALUE>EX_B</VALUE></VALUE.ARRAY></QUALIFIER>)";
 
 TEST(NSchemaDiff, ReportsWhatChangedAsOneObjectOfSortedNames) {
     const TPair kPairs[] = {
@@ -60,12 +64,13 @@ TEST(NSchemaDiff, ReportsWhatChangedAsOneObjectOfSortedNames) {
                            R"(TYPE="boolean"><VALUE>true</VALUE></QUALIFIER></PROPERTY>)") +
              Class("Ex_b", R"(<PROPERTY NAME="size" TYPE="string"/>)", "EX_KEYED"),
          "{}"},
-        {"classes added and removed", Class("EX_b", "") + Class("EX_C", ""),
-         Class("EX_a", "") + Class("EX_D", "") + Class("EX_c", ""),
-         R"({"classes": {"added": ["EX_a", "EX_D"], "removed": ["EX_b"]}})"},
-        {"a superclass", Class("EX_A", "") + Class("EX_B", "") + Class("EX_C", "", "EX_A"),
-         Class("EX_A", "") + Class("EX_B", "") + Class("EX_C", "", "EX_B"),
-         R"({"classes": {"changed": {"EX_C": {"superclass": {"old": "EX_A", "new": "EX_B"}}}}})"},
+        {"classes added, removed, given another superclass and other qualifiers",
+         Class("EX_b", "") + Class("EX_C", "") + Class("EX_X", kDescribed, "EX_C"),
+         Class("EX_a", "") + Class("EX_D", "") + Class("EX_c", "") +
+             Class("EX_X", kDeprecated, "EX_D"),
+         R"({"classes": {"added": ["EX_a", "EX_D"], "removed": ["EX_b"], "changed": {"EX_X": )"
+         R"({"superclass": {"old": "EX_C", "new": "EX_D"}, "qualifiers": {"added": )"
+         R"(["Deprecated"], "removed": ["Description"]}}}}})"},
         {"properties: added, removed, type, array shape, default, qualifier",
          Class("EX_A", kString + R"(<PROPERTY NAME="Gone" TYPE="uint8"/>)"
                                  R"(<PROPERTY.ARRAY NAME="List" TYPE="uint8" ARRAYSIZE="2"/>)"
@@ -88,13 +93,6 @@ TEST(NSchemaDiff, ReportsWhatChangedAsOneObjectOfSortedNames) {
          R"({"classes": {"changed": {"EX_A": {"methods": {"removed": ["Gone"], "changed": )"
          R"({"Stop": {"type": {"old": "uint32", "new": "uint16"}, "parameters": {"added": )"
          R"(["Why"], "changed": {"Force": {"array": {"old": null, "new": 0}}}}}}}}}}})"},
-        {"class qualifiers",
-         Class("EX_A", R"(<QUALIFIER NAME="Description" TYPE="string"><VALUE>old</VALUE>)"
-                       R"(</QUALIFIER>)"),
-         Class("EX_A", R"(<QUALIFIER NAME="Deprecated" TYPE="string"><VALUE.ARRAY><VALUE>)"
-                       R"(EX_B</VALUE></VALUE.ARRAY></QUALIFIER>)"),
-         R"({"classes": {"changed": {"EX_A": {"qualifiers": {"added": ["Deprecated"], )"
-         R"("removed": ["Description"]}}}}})"},
         {"instances by their keys", kKeyed + Instance("EX_Keyed", "a") + Instance("EX_Keyed", "b"),
          kKeyed + Instance("EX_Keyed", "b") + Instance("EX_Keyed", "C"),
          R"({"instances": {"added": ["EX_Keyed.Id=\"C\""], "removed": ["EX_Keyed.Id=\"a\""]}})"},
@@ -132,9 +130,7 @@ std::string Described(const std::string& description) {
 TEST(NSchemaDiff, WritesAChangelogThatCallsOutDeprecationsAndShortensLongValues) {
     const TJson difference = NSchemaDiff::Compare(
         *Load(kDecls + Class("EX_A", "") + Class("EX_B", Described("short"))),
-        *Load(kDecls +
-              Class("EX_A", R"(<QUALIFIER NAME="Deprecated" TYPE="string"><VALUE.ARRAY>)"
-                            R"(<VALUE>EX_B</VALUE></VALUE.ARRAY></QUALIFIER>)") +
+        *Load(kDecls + Class("EX_A", kDeprecated) +
               Class("EX_B", Described(std::string(54, 'x') + "\xc3\xa9" + std::string(9, 'y'))) +
               Class("EX_C", "")));
     std::ostringstream text;
