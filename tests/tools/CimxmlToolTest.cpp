@@ -88,7 +88,8 @@ TEST(CimxmlTool, WritesTheExamplesAsTheReviewedMof) {
     EXPECT_EQ(ReadText(std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof"), run.m_out);
 }
 
-// Exit 0 only for a clean run; every failure says what and where on standard error.
+// Exit 0 only for a clean run, 1 for a failure, 2 for a wrong command line; every failure says
+// what and where on standard error.
 TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWritten) {
     TTempDir dir;
     const std::string bad = dir.Write("bad.xml", "<CIM>\n<DECLARATION><FOO/></DECLARATION></CIM>");
@@ -103,10 +104,12 @@ TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWritten) {
     const std::string inDir = dir.Write("dir.gz.d/s.xml", ReadText(kSchema));
     const std::string missing = dir.Path("missing.xml");
     const std::string cannotWrite = "cimxml: error writing standard output: ";
+    const std::string tryHelp = "Try 'cimxml --help' for more information.\n";
     const struct {
         std::string m_script;
         int m_exitCode;
         std::string m_err;
+        std::string m_outStart = "";
     } cases[] = {
         {"$CIMXML " + kSchema, 0, ""},
         {"$CIMXML " + upper + " && $CIMXML " + plain + " && $CIMXML " + inDir, 0, ""},
@@ -130,49 +133,34 @@ TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWritten) {
              "; } | $CIMXML --mof - | (exec 0<&-); "
              "exit ${PIPESTATUS[1]}",
          1, cannotWrite + "Broken pipe\n"},
+        {"$CIMXML --help", 0, "", "usage: cimxml"},
+        {"$CIMXML -h", 0, "", "usage: cimxml"},
+        {"$CIMXML --version", 0, "", "cimxml "},
+        {"$CIMXML", 2, "cimxml: no input files\n" + tryHelp},
+        {"$CIMXML --", 2, "cimxml: no input files\n" + tryHelp},
+        {"$CIMXML --frobnicate x.xml", 2, "cimxml: unknown option '--frobnicate'\n" + tryHelp},
+        {"$CIMXML --mof --xml x.xml", 2,
+         "cimxml: --mof and --xml cannot be used together\n" + tryHelp},
+        {"$CIMXML x.xml --instances", 2,
+         "cimxml: --instances needs at least one file after it\n" + tryHelp},
+        {"$CIMXML - -", 2, "cimxml: standard input can be read only once\n" + tryHelp},
+        {"$CIMXML --format yaml x.xml", 2,
+         "cimxml: --format is text or json, not 'yaml'\n" + tryHelp},
+        {"$CIMXML diff x.xml", 2, "cimxml: diff compares two files: OLD and NEW\n" + tryHelp},
+        {"$CIMXML diff --old x.xml y.xml z.xml", 2,
+         "cimxml: give diff's files either as OLD NEW or after --old and --new\n" + tryHelp},
+        {"$CIMXML tree A B x.xml", 2, "cimxml: tree takes one class\n" + tryHelp},
+        {"$CIMXML show x.xml", 2,
+         "cimxml: show needs the name of a class or qualifier declaration\n" + tryHelp},
+        {"$CIMXML tree --mof x.xml", 2,
+         "cimxml: --mof and --xml are only for the plain form\n" + tryHelp},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.m_script);
         const TRun run = RunScript(c.m_script);
         EXPECT_EQ(c.m_exitCode, run.m_exitCode);
         EXPECT_EQ(c.m_err, run.m_err);
-    }
-}
-
-TEST(CimxmlTool, AnswersHelpAndVersionAndRefusesAWrongCommandLine) {
-    const std::string tryHelp = "Try 'cimxml --help' for more information.\n";
-    const struct {
-        std::string m_arguments;
-        int m_exitCode;
-        std::string m_outStart;
-        std::string m_err;
-    } cases[] = {
-        {"--help", 0, "usage: cimxml", ""},
-        {"-h", 0, "usage: cimxml", ""},
-        {"--version", 0, "cimxml ", ""},
-        {"", 2, "", "cimxml: no input files\n" + tryHelp},
-        {"--", 2, "", "cimxml: no input files\n" + tryHelp},
-        {"--frobnicate x.xml", 2, "", "cimxml: unknown option '--frobnicate'\n" + tryHelp},
-        {"--mof --xml x.xml", 2, "", "cimxml: --mof and --xml cannot be used together\n" + tryHelp},
-        {"x.xml --instances", 2, "",
-         "cimxml: --instances needs at least one file after it\n" + tryHelp},
-        {"- -", 2, "", "cimxml: standard input can be read only once\n" + tryHelp},
-        {"--format yaml x.xml", 2, "", "cimxml: --format is text or json, not 'yaml'\n" + tryHelp},
-        {"diff x.xml", 2, "", "cimxml: diff compares two files: OLD and NEW\n" + tryHelp},
-        {"diff --old x.xml y.xml z.xml", 2, "",
-         "cimxml: give diff's files either as OLD NEW or after --old and --new\n" + tryHelp},
-        {"tree A B x.xml", 2, "", "cimxml: tree takes one class\n" + tryHelp},
-        {"show x.xml", 2, "",
-         "cimxml: show needs the name of a class or qualifier declaration\n" + tryHelp},
-        {"tree --mof x.xml", 2, "",
-         "cimxml: --mof and --xml are only for the plain form\n" + tryHelp},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.m_arguments);
-        const TRun run = RunTool(c.m_arguments);
-        EXPECT_EQ(c.m_exitCode, run.m_exitCode);
         EXPECT_EQ(0u, run.m_out.rfind(c.m_outStart, 0)) << run.m_out;
-        EXPECT_EQ(c.m_err, run.m_err);
     }
 }
 
