@@ -88,9 +88,10 @@ TEST(CimxmlTool, WritesTheExamplesAsTheReviewedMof) {
     EXPECT_EQ(ReadText(std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof"), run.m_out);
 }
 
-// Exit 0 only for a clean run, 1 for a failure, 2 for a wrong command line; every failure says
-// what and where on standard error.
-TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWritten) {
+// Exit 0 only for a clean run, 1 for a failure, 2 for a wrong command line (diff: 0 the same,
+// 1 different, 2 trouble); every failure says what and where on standard error. What diff,
+// tree and show print, on the examples and on a changed copy.
+TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWrittenAndPrintsWhatItIsAsked) {
     TTempDir dir;
     const std::string bad = dir.Write("bad.xml", "<CIM>\n<DECLARATION><FOO/></DECLARATION></CIM>");
     const std::string broken = dir.Write("broken.xml", "<CIM><DECLARATION></CIM>");
@@ -105,11 +106,18 @@ TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWritten) {
     const std::string missing = dir.Path("missing.xml");
     const std::string cannotWrite = "cimxml: error writing standard output: ";
     const std::string tryHelp = "Try 'cimxml --help' for more information.\n";
+    // The examples with a property added and a method's description changed, for diff.
+    std::string changed = ReadText(kSchema);
+    changed.replace(changed.find("; returns 0 on success"), 22, "");
+    changed.insert(changed.find("<PROPERTY NAME=\"Removable\""),
+                   "<PROPERTY NAME=\"Hotplug\" TYPE=\"boolean\"/>");
+    const std::string other = dir.Write("changed.xml", changed);
+    const std::string noClass = "cimxml: error: no class or qualifier declaration EX_Nope\n";
     const struct {
         std::string m_script;
         int m_exitCode;
         std::string m_err;
-        std::string m_outStart = "";
+        std::string m_out = "*"; // exactly this, or, ending in *, starting with what precedes it
     } cases[] = {
         {"$CIMXML " + kSchema, 0, ""},
         {"$CIMXML " + upper + " && $CIMXML " + plain + " && $CIMXML " + inDir, 0, ""},
@@ -133,9 +141,9 @@ TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWritten) {
              "; } | $CIMXML --mof - | (exec 0<&-); "
              "exit ${PIPESTATUS[1]}",
          1, cannotWrite + "Broken pipe\n"},
-        {"$CIMXML --help", 0, "", "usage: cimxml"},
-        {"$CIMXML -h", 0, "", "usage: cimxml"},
-        {"$CIMXML --version", 0, "", "cimxml "},
+        {"$CIMXML --help", 0, "", "usage: cimxml*"},
+        {"$CIMXML -h", 0, "", "usage: cimxml*"},
+        {"$CIMXML --version", 0, "", "cimxml *"},
         {"$CIMXML", 2, "cimxml: no input files\n" + tryHelp},
         {"$CIMXML --", 2, "cimxml: no input files\n" + tryHelp},
         {"$CIMXML --frobnicate x.xml", 2, "cimxml: unknown option '--frobnicate'\n" + tryHelp},
@@ -154,72 +162,45 @@ TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWritten) {
          "cimxml: show needs the name of a class or qualifier declaration\n" + tryHelp},
         {"$CIMXML tree --mof x.xml", 2,
          "cimxml: --mof and --xml are only for the plain form\n" + tryHelp},
+        {"$CIMXML diff " + kSchema + " " + kSchema, 0, "", ""},
+        {"$CIMXML diff " + kSchema + " " + other, 1, "",
+         "Class EX_Disk:\n  properties added: Hotplug\n  method Eject:\n    qualifier "
+         "Description: \"Ejects the media; returns 0 on success.\" -> \"Ejects the media.\"\n"},
+        {"$CIMXML diff --format json --old " + kSchema + " --new " + kSchema, 0, "", "{}\n"},
+        {"$CIMXML diff " + kSchema + " " + bad, 2, bad + ":2: error: Unexpected element FOO\n", ""},
+        {"$CIMXML diff " + kSchema + " " + kSchema + " --instances " + kInstances + " " + missing,
+         2, missing + ": cannot read: No such file or directory\n", ""},
+        {"$CIMXML tree " + kSchema, 0, "",
+         "EX_ManagedElement\n  EX_Disk\n    EX_SolidStateDisk\n  EX_System\nEX_SystemDisk\n"},
+        {"$CIMXML tree --format json EX_DISK " + kSchema, 0, "",
+         "{\n  \"EX_Disk\": {\n    \"EX_SolidStateDisk\": {}\n  }\n}\n"},
+        {"$CIMXML tree EX_Nope " + kSchema, 1, "cimxml: error: no class EX_Nope in the namespace\n",
+         ""},
+        {"$CIMXML show key EX_Nope " + kSchema, 1, noClass,
+         "Qualifier Key : boolean = false,\n    Scope(property, reference),\n"
+         "    Flavor(DisableOverride, ToSubclass);\n\n"},
+        {"$CIMXML show --format json EX_SystemDisk " + kSchema, 0, "",
+         "{\n  \"name\": \"EX_SystemDisk\",\n  \"qualifiers\": {\n    \"Association\": true\n"
+         "  },\n  \"properties\": {\n    \"System\": {\n      \"type\": \"reference\",\n      "
+         "\"reference_class\": \"EX_System\",\n      \"qualifiers\": {\n        \"Key\": true\n"
+         "      }\n    },\n    \"Disk\": {\n      \"type\": \"reference\",\n      "
+         "\"reference_class\": \"EX_Disk\",\n      \"qualifiers\": {\n        \"Key\": true\n"
+         "      }\n    }\n  }\n}\n"},
+        {"$CIMXML show --format json Key EX_Nope " + kSchema, 1, noClass,
+         "[\n  {\n    \"name\": \"Key\",\n    \"type\": \"boolean\",\n    \"default\": false,\n"
+         "    \"scope\": [\n      \"property\",\n      \"reference\"\n    ],\n    \"flavors\": [\n"
+         "      \"DisableOverride\",\n      \"ToSubclass\"\n    ]\n  }\n]\n"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.m_script);
         const TRun run = RunScript(c.m_script);
         EXPECT_EQ(c.m_exitCode, run.m_exitCode);
         EXPECT_EQ(c.m_err, run.m_err);
-        EXPECT_EQ(0u, run.m_out.rfind(c.m_outStart, 0)) << run.m_out;
-    }
-}
-
-// diff, tree and show on the examples and on a copy with a property added and a description
-// changed: what they print, and their exit status.
-TEST(CimxmlTool, ShowsTheTreeAClassAndWhatChangedBetweenTwoSchemas) {
-    TTempDir dir;
-    std::string changed = ReadText(kSchema);
-    changed.replace(changed.find("; returns 0 on success"), 22, "");
-    changed.insert(changed.find("<PROPERTY NAME=\"Removable\""),
-                   "<PROPERTY NAME=\"Hotplug\" TYPE=\"boolean\"/>");
-    const std::string other = dir.Write("changed.xml", changed);
-    const std::string bad = dir.Write("bad.xml", "<CIM>\n<DECLARATION><FOO/></DECLARATION></CIM>");
-    const std::string noClass = "cimxml: error: no class or qualifier declaration EX_Nope\n";
-    const struct {
-        std::string m_arguments;
-        int m_exitCode;
-        std::string m_out;
-        std::string m_err;
-    } cases[] = {
-        {"diff " + kSchema + " " + kSchema, 0, "", ""},
-        {"diff " + kSchema + " " + other, 1,
-         "Class EX_Disk:\n  properties added: Hotplug\n  method Eject:\n    qualifier "
-         "Description: \"Ejects the media; returns 0 on success.\" -> \"Ejects the media.\"\n",
-         ""},
-        {"diff --format json --old " + kSchema + " --new " + kSchema, 0, "{}\n", ""},
-        {"diff " + kSchema + " " + bad, 2, "", bad + ":2: error: Unexpected element FOO\n"},
-        {"diff " + kSchema + " " + kSchema + " --instances " + kInstances + " " +
-             dir.Path("missing.xml"),
-         2, "", dir.Path("missing.xml") + ": cannot read: No such file or directory\n"},
-        {"tree " + kSchema, 0,
-         "EX_ManagedElement\n  EX_Disk\n    EX_SolidStateDisk\n  EX_System\nEX_SystemDisk\n", ""},
-        {"tree --format json EX_DISK " + kSchema, 0,
-         "{\n  \"EX_Disk\": {\n    \"EX_SolidStateDisk\": {}\n  }\n}\n", ""},
-        {"tree EX_Nope " + kSchema, 1, "", "cimxml: error: no class EX_Nope in the namespace\n"},
-        {"show key EX_Nope " + kSchema, 1,
-         "Qualifier Key : boolean = false,\n    Scope(property, reference),\n"
-         "    Flavor(DisableOverride, ToSubclass);\n\n",
-         noClass},
-        {"show --format json EX_SystemDisk " + kSchema, 0,
-         "{\n  \"name\": \"EX_SystemDisk\",\n  \"qualifiers\": {\n    \"Association\": true\n"
-         "  },\n  \"properties\": {\n    \"System\": {\n      \"type\": \"reference\",\n      "
-         "\"reference_class\": \"EX_System\",\n      \"qualifiers\": {\n        \"Key\": true\n"
-         "      }\n    },\n    \"Disk\": {\n      \"type\": \"reference\",\n      "
-         "\"reference_class\": \"EX_Disk\",\n      \"qualifiers\": {\n        \"Key\": true\n"
-         "      }\n    }\n  }\n}\n",
-         ""},
-        {"show --format json Key EX_Nope " + kSchema, 1,
-         "[\n  {\n    \"name\": \"Key\",\n    \"type\": \"boolean\",\n    \"default\": false,\n"
-         "    \"scope\": [\n      \"property\",\n      \"reference\"\n    ],\n    \"flavors\": [\n"
-         "      \"DisableOverride\",\n      \"ToSubclass\"\n    ]\n  }\n]\n",
-         noClass},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.m_arguments);
-        const TRun run = RunTool(c.m_arguments);
-        EXPECT_EQ(c.m_exitCode, run.m_exitCode);
-        EXPECT_EQ(c.m_out, run.m_out);
-        EXPECT_EQ(c.m_err, run.m_err);
+        if (c.m_out.back() == '*') {
+            EXPECT_EQ(0u, run.m_out.rfind(c.m_out.substr(0, c.m_out.size() - 1), 0)) << run.m_out;
+        } else {
+            EXPECT_EQ(c.m_out, run.m_out);
+        }
     }
 }
 
