@@ -10,6 +10,7 @@
 #include <cctype>
 #include <chrono>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -65,7 +66,12 @@ bool TMofLoader::IsMof(const char* text, size_t length) {
     return at < end && *at != '<';
 }
 
+// A pipe read here would lose what was read to the load after, so only files are looked into.
 bool TMofLoader::IsMofFile(const std::string& path) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
+        return false;
+    }
     const std::unique_ptr<gzFile_s, TGzipCloser> file(gzopen(path.c_str(), "rb"));
     if (!file) {
         return false;

@@ -25,8 +25,8 @@ public:
     // Whether a document is MOF rather than CIM-XML: its first character that is not blank is
     // not '<'. A comment starts with '/', so a MOF file that opens with one is told by that.
     static bool IsMof(const char* text, size_t length);
-    // The same for the start of a file, inflated where it is gzip. A file that cannot be read
-    // is not MOF: its reader reports why.
+    // The same for the start of a regular file, inflated where it is gzip. Anything else, such
+    // as a pipe, and a file that cannot be read are not MOF: their reader reports why.
     static bool IsMofFile(const std::string& path);
 };
 
