@@ -168,9 +168,6 @@ void TMofCompiler::CompileSource(TSource& source) {
 // mofProduction: compilerDirective | classDeclaration | qualifierDeclaration
 //              | instanceDeclaration
 void TMofCompiler::Production() {
-    if (m_source->m_token.m_kind == TMofToken::kError) {
-        Fail(m_source->m_token.m_text);
-    }
     if (Accept('#')) {
         Pragma();
         return;
@@ -220,18 +217,19 @@ bool TMofCompiler::StartsDeclaration(const TMofToken& token) {
     return token.Is('#') || token.Is('[');
 }
 
+// A text that is no token is reported only where the parser looks at it, so that it costs the
+// declaration it is in rather than the one before.
 void TMofCompiler::Advance() {
     TMofToken& token = m_source->m_token;
     m_ended |= token.Is(';') && m_braceDepth == 0;
     m_braceDepth += token.Is('{') ? 1 : token.Is('}') ? -1 : 0;
     token = m_source->m_lexer->Next();
-    if (token.m_kind == TMofToken::kError) {
-        FailAt(token, token.m_text);
-    }
 }
 
+// What the parser expected is less use than why the text there is no token.
 void TMofCompiler::Fail(const std::string& text) const {
-    FailAt(m_source->m_token, text);
+    const TMofToken& token = m_source->m_token;
+    FailAt(token, token.m_kind == TMofToken::kError ? token.m_text : text);
 }
 
 void TMofCompiler::FailAt(const TMofToken& at, const std::string& text) const {
@@ -624,7 +622,7 @@ void TMofCompiler::ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass) {
     if (!reference && Accept('(')) {
         MethodDeclaration(cimClass, qualifiers, type, name);
     } else {
-        PropertyDeclaration(cimClass, qualifiers, type, reference ? typeName : "", name);
+        PropertyDeclaration(cimClass, qualifiers, type, typeAt, name);
     }
 }
 
@@ -632,18 +630,18 @@ void TMofCompiler::ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass) {
 // qualifiers before its value, as one read from CIM-XML does.
 void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
                                        const TQualifiers& qualifiers, TCIMValue::TCIMType type,
-                                       const std::string& referenceClass, const std::string& name) {
+                                       const TMofToken& typeAt, const std::string& name) {
     bool isArray = false;
     const uint32_t arraySize = type == kCIMTypeReference ? 0 : ArrayShape(isArray);
     type = isArray ? type.GetArrayType() : type;
     TCIMValue value(type, arraySize);
-    const TMofToken valueAt = m_source->m_token;
     if (Accept('=')) {
+        const TMofToken valueAt = m_source->m_token;
         value = ToValue(Initializer(), valueAt, type, arraySize);
     }
     Expect(';');
     if (type == kCIMTypeReference) {
-        value.SetReferencedClass(ReferencedClass(referenceClass, valueAt, cimClass));
+        value.SetReferencedClass(ReferencedClass(typeAt.m_text, typeAt, cimClass));
     }
     const auto declaration = cimClass->CreatePropertyDecl(name, TCIMValue(), TCIMOptions());
     TQualifiers stated = qualifiers;
@@ -656,7 +654,7 @@ void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimCl
     try {
         CommitAllowingDuplicate(declaration);
     } catch (const TQRNException& error) {
-        FailAt(valueAt, "cannot declare property " + name + ": " + error.what());
+        FailAt(typeAt, "cannot declare property " + name + ": " + error.what());
     }
 }
 

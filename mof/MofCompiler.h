@@ -84,7 +84,7 @@ private:
     void ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass);
     void PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
                              const TQualifiers& qualifiers, TCIMValue::TCIMType type,
-                             const std::string& referenceClass, const std::string& name);
+                             const TMofToken& typeAt, const std::string& name);
     void MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
                            const TQualifiers& qualifiers, TCIMValue::TCIMType type,
                            const std::string& name);

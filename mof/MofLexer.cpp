@@ -98,7 +98,6 @@ TMofToken TMofLexer::Next() {
         return Quoted(c);
     }
     if (c == '$') {
-        ++m_at;
         return Word(TMofToken::kAlias);
     }
     if (IsNameStart(c)) {
@@ -123,6 +122,7 @@ TMofToken TMofLexer::Next() {
 
 TMofToken TMofLexer::Word(TMofToken::EKind kind) {
     TMofToken token = Start(kind);
+    m_at += kind == TMofToken::kAlias ? 1 : 0; // the dollar is not part of the name
     const char* from = m_at;
     while (m_at < m_end && IsNameChar(*m_at)) {
         ++m_at;
