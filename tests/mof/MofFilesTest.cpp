@@ -1,0 +1,97 @@
+// Tests of MOF files: includes, gzip, and the round trip of the writer's MOF to CIM-XML.
+#include "mof/MofSupport.h"
+#include "populator/NamespacePopulator.h"
+#include "tools/cimxml/MofWriter.h"
+#include "tools/cimxml/XmlWriter.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+
+namespace NQRN20 {
+namespace {
+
+struct TLoaded {
+    boost::shared_ptr<ICIMNamespace> m_space = TMemoryNamespace::Create();
+    TLoadReport m_report;
+};
+
+TLoaded LoadMof(const std::string& path) {
+    TLogRecorder quiet;
+    TLoaded loaded;
+    TMofLoader::PopulateFromMOFFile(loaded.m_space, path, loaded.m_report);
+    return loaded;
+}
+
+TEST(TMofLoader, IncludesFilesRelativeToTheIncludingFile) {
+    const TTempDir dir;
+    std::filesystem::create_directory(dir.Path("sub"));
+    dir.Write("sub/a.mof", "#pragma include (\"b.mof\")\nclass T_A : T_B { };");
+    dir.Write("sub/b.mof", "class T_B { };");
+    dir.WriteGzip("top.mof", "#pragma include (\"sub/a.mof\")");
+    const TLoaded loaded = LoadMof(dir.Path("top.mof"));
+    EXPECT_EQ("", DescribeLog(loaded.m_report));
+    EXPECT_EQ(2u, loaded.m_report.m_tally.m_classes);
+}
+
+// Each error names the included file it is in, and costs nothing of the including one.
+TEST(TMofLoader, ReportsCyclesMissingFilesAndErrorsInIncludedFiles) {
+    const TTempDir dir;
+    const std::string a = dir.Write("a.mof", "#pragma include (\"b.mof\")\nclass T_A { };");
+    const std::string b = dir.Write("b.mof", "#pragma include (\"a.mof\")\n"
+                                             "#pragma include (\"none.mof\")\nclass T_B : X { };");
+    const TLoaded loaded = LoadMof(a);
+    EXPECT_EQ(b + ":1:18: include cycle: " + a + "\n" + b + ":2:18: cannot read included file " +
+                  dir.Path("none.mof") + ": No such file or directory\n" + b +
+                  ":3:13: unknown superclass X of class T_B\n",
+              DescribeLog(loaded.m_report));
+    EXPECT_EQ(1u, loaded.m_report.m_tally.m_classes);
+}
+
+TEST(TMofLoader, ThrowsForAFileThatCannotBeRead) {
+    TLoadReport report;
+    EXPECT_THROW(
+        TMofLoader::PopulateFromMOFFile(TMemoryNamespace::Create(), "/nonexistent/a.mof", report),
+        TQRNException);
+    EXPECT_FALSE(report.Complete());
+}
+
+std::string XmlOf(ICIMNamespace& space) {
+    std::ostringstream xml;
+    NXmlWriter::WriteCimXml(space, xml);
+    return xml.str();
+}
+
+// The namespace the CIM-XML files give, written as MOF and compiled back, writes the same
+// CIM-XML to the byte.
+void ExpectRoundTrip(const std::string& schema, const std::string& instances) {
+    TLogRecorder quiet;
+    const boost::shared_ptr<ICIMNamespace> original = TMemoryNamespace::Create();
+    TLoadReport report;
+    TNamespacePopulator::PopulateFromXMLFile(original, schema, report);
+    TNamespacePopulator::PopulateFromRegXMLFile(original, instances, report);
+    std::ostringstream mof;
+    NMof::WriteNamespace(*original, mof);
+    const TTempDir dir;
+    const TLoaded loaded = LoadMof(dir.Write("all.mof", mof.str()));
+    EXPECT_EQ("", DescribeLog(loaded.m_report));
+    EXPECT_TRUE(XmlOf(*original) == XmlOf(*loaded.m_space));
+}
+
+TEST(TMofLoader, ReadsBackTheExamplesAsWritten) {
+    const std::string examples = XMLPARSER_EXAMPLES_DIR;
+    ExpectRoundTrip(examples + "/schema.xml", examples + "/instances.xml");
+}
+
+TEST(TMofLoader, ReadsBackTheSharedSchemaAndInstancesAsWritten) {
+    const std::string dmtf = std::string(XMLPARSER_SHARED_DIR) + "/corpus/dmtf/";
+    if (!std::ifstream(dmtf + "cim_schema.xml").is_open()) {
+        GTEST_SKIP() << dmtf << " is absent";
+    }
+    ExpectRoundTrip(dmtf + "cim_schema.xml", dmtf + "instances.xml");
+}
+
+} // namespace
+} // namespace NQRN20
