@@ -1,6 +1,7 @@
 // TMofCompiler: a recursive-descent parser of MOF that builds what it reads into a namespace.
 #include "mof/MofCompiler.h"
 
+#include "cimxml/states/Support.h"
 #include "core/Text.h"
 #include "populator/DocumentReader.h"
 
@@ -24,11 +25,26 @@ const char kInclude[] = "include";
 const char kTrue[] = "true";
 const char kFalse[] = "false";
 const char kNull[] = "null";
-const char kKeyQualifier[] = "key";
 const char kEmbeddedObjectQualifier[] = "EmbeddedObject";
 const char kEmbeddedInstanceQualifier[] = "EmbeddedInstance";
 // Real literals the core reads that MOF spells as words.
 const char* const kRealWords[] = {"INF", "NaN"};
+
+// The kind of literal a word is, kNone for a word that is no value.
+TMofLiteral::EKind KeywordKind(const std::string& word) {
+    if (EqualNoCase(word, kTrue) || EqualNoCase(word, kFalse)) {
+        return TMofLiteral::kBoolean;
+    }
+    if (EqualNoCase(word, kNull)) {
+        return TMofLiteral::kNull;
+    }
+    for (const char* real : kRealWords) {
+        if (EqualNoCase(word, real)) {
+            return TMofLiteral::kReal;
+        }
+    }
+    return TMofLiteral::kNone;
+}
 
 const struct {
     const char* m_name;
@@ -74,10 +90,6 @@ const char kUnknownQualifier[] = "unknown qualifier ";
 const char kUnknownType[] = "unknown data type ";
 const char kRefused[] = "the namespace refused it: ";
 
-std::string Lowered(const std::string& text) {
-    return LowerAscii(text);
-}
-
 std::string Describe(const TMofToken& token) {
     switch (token.m_kind) {
     case TMofToken::kEnd:
@@ -100,33 +112,13 @@ std::string InstancePath(ICIMInstance& instance) {
     TCIMReference path;
     path.SetClassName(cimClass->GetName(TCIMOptions()));
     for (const boost::shared_ptr<ICIMPropertyDecl>& declaration : declarations) {
-        boost::shared_ptr<ICIMQualifier> key;
-        try {
-            key = declaration->GetQualifier(kKeyQualifier, TCIMOptions());
-        } catch (const TQRNException&) {
-            continue;
-        }
-        if (key && static_cast<bool>(key->GetValue(TCIMOptions()))) {
+        if (NCimXml::IsKeyProperty(*declaration)) {
             const std::string& name = declaration->GetName(TCIMOptions());
             path.AddKeyValue(name,
                              instance.GetProperty(name, TCIMOptions())->GetValue(TCIMOptions()));
         }
     }
     return path.ToString();
-}
-
-// A commit of a second definition of a name leaves the first in place; false for such a one.
-template <class TObject>
-bool CommitAllowingDuplicate(const boost::shared_ptr<TObject>& object) {
-    try {
-        object->Commit(TCIMOptions());
-    } catch (const TQRNException& error) {
-        if (error.GetStatus() != kQRNStatusAlreadyExists) {
-            throw;
-        }
-        return false;
-    }
-    return true;
 }
 
 } // namespace
@@ -310,7 +302,7 @@ void TMofCompiler::Pragma() {
         } catch (const TError& error) {
             LogError(error);
         }
-    } else if (m_warnedPragmas.insert(Lowered(name)).second) {
+    } else if (m_warnedPragmas.insert(LowerAscii(name)).second) {
         char text[128];
         std::snprintf(text, sizeof text, kNoEffect, name.substr(0, 64).c_str());
         Log(kWarningLevel, IncludedPath(), at.m_line, at.m_column, text);
@@ -374,12 +366,17 @@ void TMofCompiler::QualifierDeclaration() {
             Fail(kExpected + std::string("Flavor"));
         }
         Expect('(');
-        flavor = Flavors(flavor, ')');
+        flavor = Flavors(flavor);
     }
     Expect(';');
+    CommitQualifierDecl(name, value, scope, flavor);
+}
+
+void TMofCompiler::CommitQualifierDecl(const std::string& name, const TCIMValue& value,
+                                       uint32_t scope, uint32_t flavor) {
     const auto declaration = m_namespace->CreateQualifierDecl(
         name, value, scope, static_cast<ICIMQualifierDecl::EFlavor>(flavor), TCIMOptions());
-    if (CommitAllowingDuplicate(declaration)) {
+    if (NCimXml::CommitAllowingDuplicate(declaration)) {
         ++m_report.m_tally.m_qualifierDecls;
     } else {
         m_report.m_tally.m_duplicateQualifierDecls.push_back(name);
@@ -409,30 +406,25 @@ uint32_t TMofCompiler::Scope() {
     return scope;
 }
 
-// flavor ("," flavor)* up to the closing token, which is consumed; a qualifier's flavors are
-// separated by blanks instead, and end where no flavor keyword follows (close 0).
-uint32_t TMofCompiler::Flavors(uint32_t flavor, char close) {
-    while (m_source->m_token.m_kind == TMofToken::kIdentifier) {
-        const TMofToken at = m_source->m_token;
-        bool known = false;
-        for (const auto& kind : kFlavors) {
-            if (EqualNoCase(at.m_text, kind.m_name)) {
-                flavor = kind.m_set ? flavor | kind.m_bit : flavor & ~kind.m_bit;
-                known = true;
-            }
-        }
-        if (!known) {
-            FailAt(at, "unknown flavor " + at.m_text);
-        }
+// flavor ("," flavor)* ")"
+uint32_t TMofCompiler::Flavors(uint32_t flavor) {
+    do {
+        flavor = ApplyFlavor(flavor, m_source->m_token);
         Advance();
-        if (close != 0 && !Accept(',')) {
-            break;
+    } while (Accept(','));
+    Expect(')');
+    return flavor;
+}
+
+// The flavor with the keyword's bit set or cleared.
+uint32_t TMofCompiler::ApplyFlavor(uint32_t flavor, const TMofToken& keyword) const {
+    for (const auto& kind : kFlavors) {
+        if (keyword.m_kind == TMofToken::kIdentifier && EqualNoCase(keyword.m_text, kind.m_name)) {
+            return kind.m_set ? flavor | kind.m_bit : flavor & ~kind.m_bit;
         }
     }
-    if (close != 0) {
-        Expect(close);
-    }
-    return flavor;
+    FailAt(keyword, keyword.m_kind == TMofToken::kIdentifier ? "unknown flavor " + keyword.m_text
+                                                             : kExpected + std::string("a flavor"));
 }
 
 // qualifierList: ["[" qualifier ("," qualifier)* "]"]
@@ -454,7 +446,7 @@ TMofCompiler::TQualifiers TMofCompiler::QualifierList() {
         }
         if (Accept(':')) {
             while (m_source->m_token.m_kind == TMofToken::kIdentifier) {
-                qualifier.m_flavors.push_back(m_source->m_token.m_text);
+                qualifier.m_flavors.push_back(m_source->m_token);
                 Advance();
             }
         }
@@ -464,8 +456,6 @@ TMofCompiler::TQualifiers TMofCompiler::QualifierList() {
     return qualifiers;
 }
 
-// Attaches each qualifier with its declaration's type and flavor, the flavor changed by the
-// keywords given. A qualifier without a value is true where its type is boolean, else null.
 // What the text of a string element holds, where one of its qualifiers says so.
 EEmbeddedObject TMofCompiler::EmbeddedKind(const TQualifiers& qualifiers) {
     EEmbeddedObject kind = kEmbeddedNone;
@@ -491,6 +481,8 @@ EEmbeddedObject TMofCompiler::TakeEmbeddedMarker(TQualifiers& qualifiers) {
     return kind;
 }
 
+// Attaches each qualifier with its declaration's type and flavor, the flavor changed by the
+// keywords given.
 void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers& qualifiers) {
     for (const TQualifier& qualifier : qualifiers) {
         boost::shared_ptr<ICIMQualifierDecl> declaration;
@@ -501,31 +493,28 @@ void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers&
         if (!declaration) {
             FailAt(qualifier.m_at, kUnknownQualifier + qualifier.m_name);
         }
-        const TCIMValue::TCIMType type = declaration->GetType(TCIMOptions());
-        TMofLiteral literal = qualifier.m_value;
-        if (literal.m_kind == TMofLiteral::kNone) {
-            literal.m_kind = type == kCIMTypeBoolean ? TMofLiteral::kBoolean : TMofLiteral::kNull;
-            literal.m_text = kTrue;
-        }
-        const TCIMValue value = ToValue(literal, qualifier.m_at, type, 0);
+        const TCIMValue value = QualifierValue(qualifier, *declaration);
         uint32_t flavor = declaration->GetFlavor(TCIMOptions());
-        for (const std::string& word : qualifier.m_flavors) {
-            bool known = false;
-            for (const auto& kind : kFlavors) {
-                if (EqualNoCase(word, kind.m_name)) {
-                    flavor = kind.m_set ? flavor | kind.m_bit : flavor & ~kind.m_bit;
-                    known = true;
-                }
-            }
-            if (!known) {
-                FailAt(qualifier.m_at, "unknown flavor " + word);
-            }
+        for (const TMofToken& keyword : qualifier.m_flavors) {
+            flavor = ApplyFlavor(flavor, keyword);
         }
         element.AddQualifier(
             element.CreateQualifier(declaration, value,
                                     static_cast<ICIMQualifierDecl::EFlavor>(flavor), TCIMOptions()),
             TCIMOptions());
     }
+}
+
+// A qualifier named without a value is true where its type is boolean, else null.
+TCIMValue TMofCompiler::QualifierValue(const TQualifier& qualifier,
+                                       ICIMQualifierDecl& declaration) {
+    const TCIMValue::TCIMType type = declaration.GetType(TCIMOptions());
+    TMofLiteral literal = qualifier.m_value;
+    if (literal.m_kind == TMofLiteral::kNone) {
+        literal.m_kind = type == kCIMTypeBoolean ? TMofLiteral::kBoolean : TMofLiteral::kNull;
+        literal.m_text = kTrue;
+    }
+    return ToValue(literal, qualifier.m_at, type, 0);
 }
 
 boost::shared_ptr<ICIMClass> TMofCompiler::FindClass(const std::string& name, const TMofToken& at,
@@ -566,7 +555,7 @@ TCIMValue TMofCompiler::ToValue(const TMofLiteral& literal, const TMofToken& at,
 }
 
 std::string TMofCompiler::AliasPath(const std::string& alias) const {
-    const auto found = m_aliases.find(Lowered(alias));
+    const auto found = m_aliases.find(LowerAscii(alias));
     if (found == m_aliases.end()) {
         throw TMofValueError(kUnknownAlias + alias);
     }
@@ -599,7 +588,7 @@ void TMofCompiler::ClassDeclaration(const TQualifiers& qualifiers) {
         ClassFeature(cimClass);
     }
     Expect(';');
-    if (CommitAllowingDuplicate(cimClass)) {
+    if (NCimXml::CommitAllowingDuplicate(cimClass)) {
         ++m_report.m_tally.m_classes;
     } else {
         m_report.m_tally.m_duplicateClasses.push_back(cimClass->GetName(TCIMOptions()));
@@ -652,7 +641,7 @@ void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimCl
     ApplyQualifiers(*declaration, stated);
     declaration->SetValue(value, TCIMOptions());
     try {
-        CommitAllowingDuplicate(declaration);
+        NCimXml::CommitAllowingDuplicate(declaration);
     } catch (const TQRNException& error) {
         FailAt(typeAt, "cannot declare property " + name + ": " + error.what());
     }
@@ -671,7 +660,7 @@ void TMofCompiler::MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClas
         Expect(')');
     }
     Expect(';');
-    CommitAllowingDuplicate(method);
+    NCimXml::CommitAllowingDuplicate(method);
 }
 
 // parameter: [qualifierList] (dataType | className REF) parameterName [array]
@@ -700,7 +689,7 @@ void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
         parameter->SetEmbeddedObject(kind, TCIMOptions());
     }
     ApplyQualifiers(*parameter, stated);
-    CommitAllowingDuplicate(parameter);
+    NCimXml::CommitAllowingDuplicate(parameter);
 }
 
 // array: "[" [positiveDecimalValue] "]"; the size, 0 for none.
@@ -737,7 +726,7 @@ void TMofCompiler::InstanceDeclaration() {
             Fail(kExpected + std::string("an alias"));
         }
         alias = m_source->m_token.m_text;
-        if (m_aliases.count(Lowered(alias)) != 0) {
+        if (m_aliases.count(LowerAscii(alias)) != 0) {
             Fail(kAliasTwice + alias);
         }
         Advance();
@@ -772,7 +761,7 @@ void TMofCompiler::CommitInstance(const boost::shared_ptr<ICIMInstance>& instanc
         m_report.m_tally.m_duplicateInstances.push_back(path);
     }
     if (!alias.empty()) {
-        m_aliases[Lowered(alias)] = path;
+        m_aliases[LowerAscii(alias)] = path;
     }
 }
 
@@ -850,14 +839,9 @@ TMofLiteral TMofCompiler::Constant() {
     default:
         break;
     }
-    literal.m_kind = EqualNoCase(token.m_text, kTrue) || EqualNoCase(token.m_text, kFalse)
-                         ? TMofLiteral::kBoolean
-                     : EqualNoCase(token.m_text, kNull) ? TMofLiteral::kNull
-                                                        : TMofLiteral::kNone;
-    for (const char* word : kRealWords) {
-        literal.m_kind = EqualNoCase(token.m_text, word) ? TMofLiteral::kReal : literal.m_kind;
-    }
-    if (token.m_kind != TMofToken::kIdentifier || literal.m_kind == TMofLiteral::kNone) {
+    literal.m_kind =
+        token.m_kind == TMofToken::kIdentifier ? KeywordKind(token.m_text) : TMofLiteral::kNone;
+    if (literal.m_kind == TMofLiteral::kNone) {
         Fail(kExpected + std::string("a value but found ") + Describe(token));
     }
     Advance();

@@ -42,7 +42,7 @@ private:
     struct TQualifier {
         std::string m_name;
         TMofLiteral m_value;
-        std::vector<std::string> m_flavors;
+        std::vector<TMofToken> m_flavors;
         TMofToken m_at;
     };
     using TQualifiers = std::vector<TQualifier>;
@@ -77,8 +77,11 @@ private:
     void Pragma();
     void Include(const TMofToken& at);
     void QualifierDeclaration();
+    void CommitQualifierDecl(const std::string& name, const TCIMValue& value, uint32_t scope,
+                             uint32_t flavor);
     uint32_t Scope();
-    uint32_t Flavors(uint32_t flavor, char close);
+    uint32_t Flavors(uint32_t flavor);
+    [[nodiscard]] uint32_t ApplyFlavor(uint32_t flavor, const TMofToken& keyword) const;
     TQualifiers QualifierList();
     void ClassDeclaration(const TQualifiers& qualifiers);
     void ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass);
@@ -103,6 +106,7 @@ private:
     static EEmbeddedObject EmbeddedKind(const TQualifiers& qualifiers);
     static EEmbeddedObject TakeEmbeddedMarker(TQualifiers& qualifiers);
     void ApplyQualifiers(ICIMNamedElement& element, const TQualifiers& qualifiers);
+    TCIMValue QualifierValue(const TQualifier& qualifier, ICIMQualifierDecl& declaration);
     TCIMValue ToValue(const TMofLiteral& literal, const TMofToken& at, TCIMValue::TCIMType type,
                       uint32_t arraySize);
     std::string AliasPath(const std::string& alias) const;

@@ -2,6 +2,7 @@
 #include "mof/MofLexer.h"
 
 #include <cctype>
+#include <cstring>
 
 namespace NQRN20 {
 
@@ -108,14 +109,10 @@ TMofToken TMofLexer::Next() {
     }
     TMofToken token = Start(TMofToken::kPunct);
     token.m_text = std::string(1, c);
-    for (const char* p = kPunctuation; *p != 0; ++p) {
-        if (*p == c) {
-            ++m_at;
-            return token;
-        }
+    if (c == 0 || std::strchr(kPunctuation, c) == nullptr) {
+        token.m_kind = TMofToken::kError;
+        token.m_text = kUnexpected + token.m_text + "'";
     }
-    token.m_kind = TMofToken::kError;
-    token.m_text = kUnexpected + token.m_text + "'";
     ++m_at;
     return token;
 }
