@@ -23,8 +23,8 @@ namespace NQRN20 {
 class TMofCompiler {
 public:
     // Includes nest at most this deep, which also ends any cycle the path check misses.
-    static const uint32_t kMaxIncludeDepth = 32;
-    static const uint32_t kWarningLevel = 2;
+    static constexpr uint32_t kMaxIncludeDepth = 32;
+    static constexpr uint32_t kWarningLevel = 2;
 
     TMofCompiler(boost::shared_ptr<ICIMNamespace> ns, TLoadReport& report);
 

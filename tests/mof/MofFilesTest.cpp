@@ -1,4 +1,5 @@
 // Tests of MOF files: includes, gzip, and the round trip of the writer's MOF to CIM-XML.
+#include "mof/MofCompiler.h"
 #include "mof/MofSupport.h"
 #include "populator/NamespacePopulator.h"
 #include "tools/cimxml/MofWriter.h"
@@ -48,6 +49,21 @@ TEST(TMofLoader, ReportsCyclesMissingFilesAndErrorsInIncludedFiles) {
                   ":3:13: unknown superclass X of class T_B\n",
               DescribeLog(loaded.m_report));
     EXPECT_EQ(1u, loaded.m_report.m_tally.m_classes);
+}
+
+// A chain longer than the limit stops at the limit, with the rest of each file still read.
+TEST(TMofLoader, StopsIncludesNestedTooDeep) {
+    const TTempDir dir;
+    const uint32_t files = TMofCompiler::kMaxIncludeDepth + 2;
+    for (uint32_t i = 0; i < files; ++i) {
+        dir.Write(std::to_string(i) + ".mof", "#pragma include (\"" + std::to_string(i + 1) +
+                                                  ".mof\")\nclass T_" + std::to_string(i) +
+                                                  " { };");
+    }
+    const TLoaded loaded = LoadMof(dir.Path("0.mof"));
+    ASSERT_EQ(1u, loaded.m_report.m_log.size());
+    EXPECT_NE(std::string::npos, loaded.m_report.m_log[0].m_message.find("includes nest too deep"));
+    EXPECT_EQ(TMofCompiler::kMaxIncludeDepth, loaded.m_report.m_tally.m_classes);
 }
 
 TEST(TMofLoader, ThrowsForAFileThatCannotBeRead) {

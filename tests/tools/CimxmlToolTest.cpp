@@ -100,6 +100,30 @@ TEST(CimxmlTool, WritesTheExamplesAsCimXmlThatLoadsBackTheSame) {
     EXPECT_EQ(ReadText(std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof"), mof.m_out);
 }
 
+// MOF is told by its first character, anywhere a file is given, gzip or not; its errors carry
+// a column and the included file they are in.
+TEST(CimxmlTool, ReadsMofFilesWhereverAFileIsGiven) {
+    TTempDir dir;
+    const std::string reviewed = std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof";
+    const TRun original = RunTool("--xml " + kSchema + " --instances " + kInstances);
+    const TRun fromMof = RunTool("--xml " + reviewed);
+    EXPECT_EQ("", fromMof.m_err);
+    EXPECT_EQ(original.m_out, fromMof.m_out);
+    const std::string ext =
+        dir.WriteGzip("ext.gz", "// an extension\ninstance of EX_System { Name = \"h2\"; };\n");
+    const TRun mixed = RunTool(kSchema + " --instances " + ext + " " + kInstances);
+    EXPECT_EQ(0, mixed.m_exitCode);
+    EXPECT_NE(std::string::npos, mixed.m_out.find("5 classes, 6 instances"));
+    dir.Write("inner.mof", "class X : Nowhere { };");
+    const std::string outer =
+        dir.Write("outer.mof", "#pragma include (\"inner.mof\")\n  class { };");
+    const TRun bad = RunTool(outer);
+    EXPECT_EQ(1, bad.m_exitCode);
+    EXPECT_EQ(dir.Path("inner.mof") + ":1:11: error: unknown superclass Nowhere of class X\n" +
+                  outer + ":2:9: error: expected a class name but found '{'\n",
+              bad.m_err);
+}
+
 // Exit 0 only for a clean run; every failure says what and where on standard error.
 TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWritten) {
     TTempDir dir;
