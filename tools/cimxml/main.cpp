@@ -384,6 +384,13 @@ TJson ReportJson(const std::string& name, const TLoadReport& report) {
         if (entry.m_level >= TLoadReport::kErrorLevel) {
             TJson error = TJson::Object();
             error.Append("line", TJson::Number(uint64_t(entry.m_line)));
+            // Only MOF places an error in a column and in another file; CIM-XML keeps its form.
+            if (entry.m_column > 0) {
+                error.Append("column", TJson::Number(uint64_t(entry.m_column)));
+            }
+            if (!entry.m_file.empty()) {
+                error.Append("file", entry.m_file);
+            }
             error.Append("message", entry.m_message);
             errors.Push(std::move(error));
         }
