@@ -46,6 +46,24 @@ TMofLiteral::EKind KeywordKind(const std::string& word) {
     return TMofLiteral::kNone;
 }
 
+// The literal kind of each token kind that is a value by itself.
+TMofLiteral::EKind LiteralKind(TMofToken::EKind kind) {
+    switch (kind) {
+    case TMofToken::kString:
+        return TMofLiteral::kString;
+    case TMofToken::kChar:
+        return TMofLiteral::kChar;
+    case TMofToken::kInteger:
+        return TMofLiteral::kInteger;
+    case TMofToken::kReal:
+        return TMofLiteral::kReal;
+    case TMofToken::kAlias:
+        return TMofLiteral::kAlias;
+    default:
+        return TMofLiteral::kNone;
+    }
+}
+
 const struct {
     const char* m_name;
     uint32_t m_bits;
@@ -509,12 +527,13 @@ void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers&
 TCIMValue TMofCompiler::QualifierValue(const TQualifier& qualifier,
                                        ICIMQualifierDecl& declaration) {
     const TCIMValue::TCIMType type = declaration.GetType(TCIMOptions());
-    TMofLiteral literal = qualifier.m_value;
-    if (literal.m_kind == TMofLiteral::kNone) {
-        literal.m_kind = type == kCIMTypeBoolean ? TMofLiteral::kBoolean : TMofLiteral::kNull;
-        literal.m_text = kTrue;
+    if (qualifier.m_value.m_kind != TMofLiteral::kNone) {
+        return ToValue(qualifier.m_value, qualifier.m_at, type, 0);
     }
-    return ToValue(literal, qualifier.m_at, type, 0);
+    TMofLiteral implied;
+    implied.m_kind = type == kCIMTypeBoolean ? TMofLiteral::kBoolean : TMofLiteral::kNull;
+    implied.m_text = kTrue;
+    return ToValue(implied, qualifier.m_at, type, 0);
 }
 
 boost::shared_ptr<ICIMClass> TMofCompiler::FindClass(const std::string& name, const TMofToken& at,
@@ -598,7 +617,7 @@ void TMofCompiler::ClassDeclaration(const TQualifiers& qualifiers) {
 // classFeature: [qualifierList] (dataType name [array] ["=" initializer]
 //             | className REF name ["=" initializer] | dataType name "(" parameters ")") ";"
 void TMofCompiler::ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass) {
-    const TQualifiers qualifiers = QualifierList();
+    TQualifiers qualifiers = QualifierList();
     const TMofToken typeAt = m_source->m_token;
     const std::string typeName = ExpectIdentifier("a data type or class name");
     const bool reference = AcceptKeyword(kRef);
@@ -618,7 +637,7 @@ void TMofCompiler::ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass) {
 // The rest of a property or reference declaration after its name. The declaration takes its
 // qualifiers before its value, as one read from CIM-XML does.
 void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
-                                       const TQualifiers& qualifiers, TCIMValue::TCIMType type,
+                                       TQualifiers& qualifiers, TCIMValue::TCIMType type,
                                        const TMofToken& typeAt, const std::string& name) {
     bool isArray = false;
     const uint32_t arraySize = type == kCIMTypeReference ? 0 : ArrayShape(isArray);
@@ -633,12 +652,11 @@ void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimCl
         value.SetReferencedClass(ReferencedClass(typeAt.m_text, typeAt, cimClass));
     }
     const auto declaration = cimClass->CreatePropertyDecl(name, TCIMValue(), TCIMOptions());
-    TQualifiers stated = qualifiers;
-    const EEmbeddedObject kind = TakeEmbeddedMarker(stated);
+    const EEmbeddedObject kind = TakeEmbeddedMarker(qualifiers);
     if (kind != kEmbeddedNone) {
         declaration->SetEmbeddedObject(kind, TCIMOptions());
     }
-    ApplyQualifiers(*declaration, stated);
+    ApplyQualifiers(*declaration, qualifiers);
     declaration->SetValue(value, TCIMOptions());
     try {
         NCimXml::CommitAllowingDuplicate(declaration);
@@ -666,7 +684,7 @@ void TMofCompiler::MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClas
 // parameter: [qualifierList] (dataType | className REF) parameterName [array]
 void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
                              const boost::shared_ptr<ICIMMethodDecl>& method) {
-    const TQualifiers qualifiers = QualifierList();
+    TQualifiers qualifiers = QualifierList();
     const TMofToken typeAt = m_source->m_token;
     const std::string typeName = ExpectIdentifier("a data type or class name");
     const bool reference = AcceptKeyword(kRef);
@@ -683,12 +701,11 @@ void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
     const uint32_t arraySize = ArrayShape(isArray);
     const auto parameter = method->CreateParameterDecl(name, type, TCIMOptions());
     parameter->SetShape(isArray, arraySize, reference ? typeName : "", TCIMOptions());
-    TQualifiers stated = qualifiers;
-    const EEmbeddedObject kind = TakeEmbeddedMarker(stated);
+    const EEmbeddedObject kind = TakeEmbeddedMarker(qualifiers);
     if (kind != kEmbeddedNone) {
         parameter->SetEmbeddedObject(kind, TCIMOptions());
     }
-    ApplyQualifiers(*parameter, stated);
+    ApplyQualifiers(*parameter, qualifiers);
     NCimXml::CommitAllowingDuplicate(parameter);
 }
 
@@ -813,38 +830,21 @@ TMofLiteral TMofCompiler::Initializer() {
 
 // constantValue: integerValue | realValue | charValue | stringValue+ | booleanValue
 //              | nullValue | aliasIdentifier
+// The token is consumed once it is known to be a value, so its text is taken, not copied.
 TMofLiteral TMofCompiler::Constant() {
-    const TMofToken& token = m_source->m_token;
+    TMofToken& token = m_source->m_token;
     TMofLiteral literal;
-    literal.m_text = token.m_text;
-    switch (token.m_kind) {
-    case TMofToken::kString:
-        literal.m_kind = TMofLiteral::kString;
-        Advance();
-        while (token.m_kind == TMofToken::kString) {
-            literal.m_text += token.m_text;
-            Advance();
-        }
-        return literal;
-    case TMofToken::kChar:
-    case TMofToken::kInteger:
-    case TMofToken::kReal:
-    case TMofToken::kAlias:
-        literal.m_kind = token.m_kind == TMofToken::kChar      ? TMofLiteral::kChar
-                         : token.m_kind == TMofToken::kInteger ? TMofLiteral::kInteger
-                         : token.m_kind == TMofToken::kReal    ? TMofLiteral::kReal
-                                                               : TMofLiteral::kAlias;
-        Advance();
-        return literal;
-    default:
-        break;
-    }
-    literal.m_kind =
-        token.m_kind == TMofToken::kIdentifier ? KeywordKind(token.m_text) : TMofLiteral::kNone;
+    literal.m_kind = token.m_kind == TMofToken::kIdentifier ? KeywordKind(token.m_text)
+                                                            : LiteralKind(token.m_kind);
     if (literal.m_kind == TMofLiteral::kNone) {
         Fail(kExpected + std::string("a value but found ") + Describe(token));
     }
+    literal.m_text = std::move(token.m_text);
     Advance();
+    while (literal.m_kind == TMofLiteral::kString && token.m_kind == TMofToken::kString) {
+        literal.m_text += token.m_text;
+        Advance();
+    }
     return literal;
 }
 

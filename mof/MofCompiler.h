@@ -85,9 +85,9 @@ private:
     TQualifiers QualifierList();
     void ClassDeclaration(const TQualifiers& qualifiers);
     void ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass);
-    void PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
-                             const TQualifiers& qualifiers, TCIMValue::TCIMType type,
-                             const TMofToken& typeAt, const std::string& name);
+    void PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass, TQualifiers& qualifiers,
+                             TCIMValue::TCIMType type, const TMofToken& typeAt,
+                             const std::string& name);
     void MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
                            const TQualifiers& qualifiers, TCIMValue::TCIMType type,
                            const std::string& name);

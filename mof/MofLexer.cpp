@@ -155,9 +155,13 @@ TMofToken TMofLexer::Quoted(char quote) {
     ++m_at;
     std::string why;
     while (m_at < m_end && *m_at != quote && *m_at != '\n') {
-        if (*m_at != '\\') {
-            token.m_text += *m_at++;
-        } else if (!Escape(token.m_text, why)) {
+        // The plain run up to the next quote, backslash or line end goes in at once.
+        const char* from = m_at;
+        while (m_at < m_end && *m_at != quote && *m_at != '\\' && *m_at != '\n') {
+            ++m_at;
+        }
+        token.m_text.append(from, m_at);
+        if (m_at < m_end && *m_at == '\\' && !Escape(token.m_text, why)) {
             token.m_kind = TMofToken::kError;
             token.m_text = why;
             return token;
