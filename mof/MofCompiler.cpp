@@ -5,7 +5,6 @@
 #include "core/Text.h"
 #include "populator/DocumentReader.h"
 
-#include <cstdio>
 #include <filesystem>
 
 namespace NQRN20 {
@@ -97,7 +96,7 @@ const uint32_t kDefaultFlavor =
     ICIMQualifierDecl::kFlavorOverridable | ICIMQualifierDecl::kFlavorToSubclass;
 
 const char kLogPrefix[] = "MOF ";
-const char kNoEffect[] = "#pragma %s has no effect here";
+const char kNoEffect[] = " has no effect here";
 const char kExpected[] = "expected ";
 const char kIncludeCycle[] = "include cycle: ";
 const char kIncludeTooDeep[] = "includes nest too deep at ";
@@ -139,6 +138,14 @@ std::string InstancePath(ICIMInstance& instance) {
     return path.ToString();
 }
 
+// One spelling for each file, so that an include cycle shows; the path as given where the system
+// cannot tell.
+std::string Canonical(const std::string& path) {
+    std::error_code error;
+    const std::string canonical = std::filesystem::weakly_canonical(path, error).string();
+    return error ? path : canonical;
+}
+
 } // namespace
 
 TMofCompiler::TMofCompiler(boost::shared_ptr<ICIMNamespace> ns, TLoadReport& report)
@@ -146,10 +153,7 @@ TMofCompiler::TMofCompiler(boost::shared_ptr<ICIMNamespace> ns, TLoadReport& rep
 
 void TMofCompiler::Compile(const char* text, size_t length, const std::string& path) {
     TMofLexer lexer(text, length);
-    std::error_code error;
-    TSource source{path,        std::filesystem::weakly_canonical(path, error).string(),
-                   nullptr,     &lexer,
-                   TMofToken(), 0};
+    TSource source{path, Canonical(path), nullptr, &lexer, TMofToken(), 0};
     CompileSource(source);
 }
 
@@ -197,9 +201,9 @@ void TMofCompiler::Production() {
 }
 
 // Skips to the semicolon that ends the declaration at brace depth 0, and past it, unless the
-// declaration was read to its end before the error was found. A text that
-// is no token may have swallowed braces with the rest of its line, so after one the skip also
-// ends before a declaration's first token at the start of a line.
+// declaration was read to its end before the error was found. A text that is no token may have
+// swallowed braces with the rest of its line, so after one the skip also ends before a
+// declaration's first token at the start of a line.
 void TMofCompiler::Recover(bool lexical) {
     TMofToken& token = m_source->m_token;
     while (!m_ended && token.m_kind != TMofToken::kEnd) {
@@ -215,6 +219,7 @@ void TMofCompiler::Recover(bool lexical) {
     }
 }
 
+// Writers start top-level declarations, and nothing else, at the start of a line.
 bool TMofCompiler::StartsDeclaration(const TMofToken& token) {
     if (token.m_column != 1) {
         return false;
@@ -259,7 +264,7 @@ void TMofCompiler::LogError(const TError& error) {
     Log(TLoadReport::kErrorLevel, IncludedPath(), error.m_line, error.m_column, error.m_text);
 }
 
-// The path entries of an included file name; empty for the file loaded, which the report names.
+// The file that entries of an included file name; empty for the file loaded: the report names it.
 std::string TMofCompiler::IncludedPath() const {
     return m_source->m_outer ? m_source->m_path : std::string();
 }
@@ -321,9 +326,7 @@ void TMofCompiler::Pragma() {
             LogError(error);
         }
     } else if (m_warnedPragmas.insert(LowerAscii(name)).second) {
-        char text[128];
-        std::snprintf(text, sizeof text, kNoEffect, name.substr(0, 64).c_str());
-        Log(kWarningLevel, IncludedPath(), at.m_line, at.m_column, text);
+        Log(kWarningLevel, IncludedPath(), at.m_line, at.m_column, "#pragma " + name + kNoEffect);
     }
 }
 
@@ -334,8 +337,7 @@ void TMofCompiler::Include(const TMofToken& at) {
     const std::filesystem::path base = std::filesystem::path(m_source->m_path).parent_path();
     const std::string path =
         std::filesystem::path(name).is_absolute() ? name : (base / name).string();
-    std::error_code error;
-    const std::string canonical = std::filesystem::weakly_canonical(path, error).string();
+    const std::string canonical = Canonical(path);
     for (const TSource* source = m_source; source != nullptr; source = source->m_outer) {
         if (source->m_canonical == canonical) {
             FailAt(at, kIncludeCycle + path);
@@ -442,6 +444,7 @@ uint32_t TMofCompiler::ApplyFlavor(uint32_t flavor, const TMofToken& keyword) co
         }
     }
     FailAt(keyword, keyword.m_kind == TMofToken::kIdentifier ? "unknown flavor " + keyword.m_text
+                    : keyword.m_kind == TMofToken::kError    ? keyword.m_text
                                                              : kExpected + std::string("a flavor"));
 }
 
