@@ -43,6 +43,15 @@ void AppendUtf8(std::string& out, unsigned code) {
 
 } // namespace
 
+TMofLexer::TMofLexer(const char* text, size_t length)
+    : m_at(text), m_end(text + length), m_lineStart(text) {
+    const size_t mark = sizeof kByteOrderMark - 1;
+    if (length >= mark && std::memcmp(text, kByteOrderMark, mark) == 0) {
+        m_at += mark;
+        m_lineStart = m_at;
+    }
+}
+
 TMofToken TMofLexer::Start(TMofToken::EKind kind) const {
     TMofToken token;
     token.m_kind = kind;

@@ -30,7 +30,10 @@ struct TMofToken {
 // Reads a zero-terminated buffer that the caller keeps alive; never reads past the terminator.
 class TMofLexer {
 public:
-    TMofLexer(const char* text, size_t length) : m_at(text), m_end(text + length) {}
+    // Starts UTF-8 text in some editors; it is skipped.
+    static constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
+
+    TMofLexer(const char* text, size_t length);
     TMofToken Next();
 
 private:
@@ -45,7 +48,7 @@ private:
     const char* m_at;
     const char* m_end;
     uint32_t m_line = 1;
-    const char* m_lineStart = m_at;
+    const char* m_lineStart;
 };
 
 } // namespace NQRN20

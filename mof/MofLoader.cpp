@@ -3,6 +3,7 @@
 #include "mof/MofLoader.h"
 
 #include "mof/MofCompiler.h"
+#include "mof/MofLexer.h"
 #include "populator/DocumentReader.h"
 
 #include <zlib.h>
@@ -18,7 +19,6 @@ namespace NQRN20 {
 
 namespace {
 
-const char kByteOrderMark[] = "\xEF\xBB\xBF";
 // Enough of a file to see past the comments a MOF file opens with.
 const size_t kHeadLength = size_t(1) << 16;
 
@@ -56,8 +56,8 @@ void TMofLoader::PopulateFromMOFFile(boost::shared_ptr<ICIMNamespace> ns, std::s
 // comment runs past what was read; an XML declaration or element starts with '<', after a
 // byte order mark where one is written.
 bool TMofLoader::IsMof(const char* text, size_t length) {
-    const size_t mark = sizeof kByteOrderMark - 1;
-    const bool marked = length >= mark && std::memcmp(text, kByteOrderMark, mark) == 0;
+    const size_t mark = sizeof TMofLexer::kByteOrderMark - 1;
+    const bool marked = length >= mark && std::memcmp(text, TMofLexer::kByteOrderMark, mark) == 0;
     const char* at = text + (marked ? mark : 0);
     const char* const end = text + length;
     while (at < end && std::isspace(static_cast<unsigned char>(*at))) {

@@ -99,6 +99,10 @@ TEST(TMofCompiler, BuildsDeclarationsThroughTheCore) {
          "",
          "class T_R\n  property r reference null -> T_A\ninstance T_A Id='x'\n"
          "instance T_R r='root/cimv2:T_A.Id=\"x\"'\ninstance T_R r='root/cimv2:T_A.Id=\"y\"'\n"},
+        {"a byte order mark is no token",
+         "\xEF\xBB\xBF"
+         "class T_B { };",
+         "", "class T_B\n"},
         {"pragmas that do nothing say so once",
          "#pragma locale (\"en_US\")\n#pragma namespace (\"a\")\n#pragma namespace (\"b\")",
          "1:9: #pragma locale has no effect here\n2:9: #pragma namespace has no effect here\n", ""},
