@@ -1,7 +1,6 @@
 // TMofCompiler: a recursive-descent parser of MOF that builds what it reads into a namespace.
 #pragma once
 
-#include "cimxml/CIMXMLParser.h"
 #include "core/Core.h"
 #include "mof/MofLexer.h"
 #include "mof/MofValues.h"

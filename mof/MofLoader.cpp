@@ -19,7 +19,7 @@ namespace NQRN20 {
 
 namespace {
 
-// Enough of a file to see past the comments a MOF file opens with.
+// Enough of a file to see past the blank lines it may open with.
 const size_t kHeadLength = size_t(1) << 16;
 
 struct TGzipCloser {
@@ -32,7 +32,15 @@ void TMofLoader::PopulateFromMOFFile(boost::shared_ptr<ICIMNamespace> ns, std::s
                                      TLoadReport& report) {
     report = TLoadReport();
     report.m_path = path;
-    const auto start = std::chrono::steady_clock::now();
+    // The time is taken however the load ends.
+    const struct TStopwatch {
+        double& m_seconds;
+        std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+        ~TStopwatch() {
+            m_seconds =
+                std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
+        }
+    } stopwatch{report.m_seconds};
     TDocumentBuffer document;
     try {
         document = ReadAnyDocument(path, report.m_fileBytes);
@@ -48,8 +56,6 @@ void TMofLoader::PopulateFromMOFFile(boost::shared_ptr<ICIMNamespace> ns, std::s
     }
     TMofCompiler compiler(std::move(ns), report);
     compiler.Compile(document.m_bytes.get(), document.m_length, path);
-    report.m_seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 // XML cannot start with a comment of MOF's kinds, so text that does is MOF even where the
