@@ -52,11 +52,13 @@ run_tests() {
 # run_fuzzers SECONDS: each target replays its seeds, then fuzzes for that long. A crash, a
 # leak, an input that takes over 5 s or more than 2 GB fails the run; findings land in build/fuzz.
 run_fuzzers() {
-    local target corpus limits=(-timeout=5 -rss_limit_mb=2048)
-    for target in tokenizer parse loader; do
+    local target corpus dict limits=(-timeout=5 -rss_limit_mb=2048)
+    for target in tokenizer parse loader mof; do
         build/fuzz/fuzz/fuzz_$target "${limits[@]}" fuzz/seeds/$target/*
         corpus=$(mktemp -d)
-        build/fuzz/fuzz/fuzz_$target "${limits[@]}" -max_total_time="$1" -dict=fuzz/cimxml.dict \
+        dict=fuzz/cimxml.dict
+        [ "$target" = mof ] && dict=fuzz/mof.dict
+        build/fuzz/fuzz/fuzz_$target "${limits[@]}" -max_total_time="$1" -dict="$dict" \
             -artifact_prefix=build/fuzz/ -print_final_stats=1 "$corpus" fuzz/seeds/$target
         rm -rf "$corpus"
     done

@@ -4,6 +4,7 @@
 #include "Counting.h"
 #include "Growth.h"
 #include "Harness.h"
+#include "MofSpeed.h"
 
 #include "cimxml/CIMXMLParser.h"
 #include "core/Core.h"
@@ -39,7 +40,7 @@ const char kUsage[] =
     "A DOCUMENT.gz beside a document is measured too. Default: the DMTF schema and instances\n"
     "of the shared corpus, or the bundled examples when the corpus is absent. --only limits the\n"
     "run to the measurements named (memchr, expat, libxml2, pugixml, gzread, tokenizer, dispatch,\n"
-    "\"parse into namespace\", \"load file\", \"load file.gz\", one-shot, growth).\n";
+    "\"parse into namespace\", \"load file\", \"load file.gz\", one-shot, growth, mof).\n";
 // Re-executes the program to load the documents once in a fresh process.
 const char kOneShotFlag[] = "--one-shot";
 const char kSchemaKind[] = "schema";
@@ -58,6 +59,7 @@ const char kParse[] = "parse into namespace";
 const char kLoad[] = "load file";
 const char kLoadGzip[] = "load file.gz";
 const char kOneShot[] = "one-shot";
+const char kMof[] = "mof";
 const char kGrowth[] = "growth";
 
 // The interpreter's floor: every element is dispatched to the top state, which pushes a state
@@ -576,6 +578,11 @@ int main(int argc, char** argv) {
         PrintFresh(fresh);
     }
     PrintGrowth(growth);
+    for (const TDocument& document : documents) {
+        if (document.m_schema && Selected(options.m_only, kMof)) {
+            PrintMofSpeed(MeasureMofSpeed(document.m_path.string(), options.m_timing));
+        }
+    }
     if (bench.LoggedLines() > 0) {
         std::printf("the loads logged %llu lines, the first: %s\n",
                     static_cast<unsigned long long>(bench.LoggedLines()),

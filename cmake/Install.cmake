@@ -9,6 +9,7 @@ set(XMLPARSER_PUBLIC_HEADERS
     cimxml/CIMXMLParser.h
     populator/LoadReport.h
     populator/NamespacePopulator.h
+    mof/MofLoader.h
     core/Core.h
     core/DateTime.h
     core/Interfaces.h

@@ -22,6 +22,10 @@ struct TLoadLogEntry {
     // What happened: the text without its line prefix, and an element it names spelled as the
     // document spells it.
     std::string m_message;
+    // The column of the line where the entry's text begins; 0 where only the line is known.
+    uint32_t m_column = 0;
+    // The file the entry belongs to where it is not the one loaded (one it includes); else empty.
+    std::string m_file;
 };
 
 struct TLoadReport {

@@ -41,8 +41,12 @@ public:
     ~TReportingParser() override { TRootObject::SetThreadLogger(m_passOn); }
 
     void Log(uint32_t level, const std::string& text) override {
-        m_report.m_log.push_back(
-            {level, m_parsing ? GetCurLine() : 0, text, m_parsing ? DescribeLogLine(text) : text});
+        m_report.m_log.push_back({level,
+                                  m_parsing ? GetCurLine() : 0,
+                                  text,
+                                  m_parsing ? DescribeLogLine(text) : text,
+                                  0,
+                                  {}});
         TRootObject::SetThreadLogger(m_passOn);
         const struct TReinstate {
             ILogger* m_logger;

@@ -88,6 +88,30 @@ TEST(CimxmlTool, WritesTheExamplesAsTheReviewedMof) {
     EXPECT_EQ(ReadText(std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof"), run.m_out);
 }
 
+// MOF is told by its first character, anywhere a file is given, gzip or not; its errors carry
+// a column and the included file they are in.
+TEST(CimxmlTool, ReadsMofFilesWhereverAFileIsGiven) {
+    TTempDir dir;
+    const std::string reviewed = std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof";
+    const TRun original = RunTool("--xml " + kSchema + " --instances " + kInstances);
+    const TRun fromMof = RunTool("--xml " + reviewed);
+    EXPECT_EQ("", fromMof.m_err);
+    EXPECT_EQ(original.m_out, fromMof.m_out);
+    const std::string ext =
+        dir.WriteGzip("ext.gz", "// an extension\ninstance of EX_System { Name = \"h2\"; };\n");
+    const TRun mixed = RunTool(kSchema + " --instances " + ext + " " + kInstances);
+    EXPECT_EQ(0, mixed.m_exitCode);
+    EXPECT_NE(std::string::npos, mixed.m_out.find("5 classes, 6 instances"));
+    dir.Write("inner.mof", "class X : Nowhere { };");
+    const std::string outer =
+        dir.Write("outer.mof", "#pragma include (\"inner.mof\")\n  class { };");
+    const TRun bad = RunTool(outer);
+    EXPECT_EQ(1, bad.m_exitCode);
+    EXPECT_EQ(dir.Path("inner.mof") + ":1:11: error: unknown superclass Nowhere of class X\n" +
+                  outer + ":2:9: error: expected a class name but found '{'\n",
+              bad.m_err);
+}
+
 // Exit 0 only for a clean run, 1 for a failure, 2 for a wrong command line (diff: 0 the same,
 // 1 different, 2 trouble); every failure says what and where on standard error. What diff,
 // tree and show print, on the examples and on a changed copy.
@@ -234,7 +258,7 @@ size_t CountLinesStartingWith(const std::string& text, const std::string& start)
     return count;
 }
 
-TEST(CimxmlTool, WritesOneDeclarationPerClassAndInstanceOfTheDmtfSchema) {
+TEST(CimxmlTool, WritesTheDmtfSchemaAsMofThatReadsBackTheSame) {
     const std::string dmtf = std::string(XMLPARSER_SHARED_DIR) + "/corpus/dmtf/";
     if (!std::ifstream(dmtf + "cim_schema.xml").is_open()) {
         GTEST_SKIP() << dmtf << " is absent";
@@ -246,6 +270,13 @@ TEST(CimxmlTool, WritesOneDeclarationPerClassAndInstanceOfTheDmtfSchema) {
     EXPECT_EQ(70u, CountLinesStartingWith(run.m_out, "Qualifier "));
     EXPECT_EQ(1631u, CountLinesStartingWith(run.m_out, "class "));
     EXPECT_EQ(3924u, CountLinesStartingWith(run.m_out, "instance of "));
+    // Read back, the MOF gives the CIM-XML the originals give, to the byte.
+    TTempDir dir;
+    const TRun fromMof = RunTool("--xml " + dir.Write("all.mof", run.m_out));
+    EXPECT_EQ("", fromMof.m_err);
+    EXPECT_TRUE(
+        fromMof.m_out ==
+        RunTool("--xml " + dmtf + "cim_schema.xml --instances " + dmtf + "instances.xml").m_out);
 }
 
 } // namespace

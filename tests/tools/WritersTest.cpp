@@ -301,7 +301,8 @@ TEST(Writers, WriteSmallNamespacesAsReviewed) {
          "</PROPERTY></INSTANCE></VALUE.OBJECT>",
          // Scopes read back from their attribute values, all of them as "any".
          {"Scope(any),", "Scope(class, indication),",
-          "    [EmbeddedObject]\n    string O;\n    [EmbeddedInstance(\"T_X\")]\n    string I;\n"
+          "    [EmbeddedObject(NULL)]\n    string O;\n    [EmbeddedInstance(\"T_X\")]\n    string "
+          "I;\n"
           "    string S;\n    [EmbeddedInstance(NULL)]\n    string L[];\n    uint32 M(\n"
           "        [EmbeddedInstance(NULL)] string P);",
           "    T_A REF R = \"root/cimv2:T_A\";",

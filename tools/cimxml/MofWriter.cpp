@@ -156,8 +156,16 @@ std::string QualifierList(ICIMNamespace& cimNamespace, const TQualifiers& qualif
     return texts.empty() ? "" : "[" + Join(texts, ", ") + "]";
 }
 
-// MOF says what a string's text holds only by a qualifier: the one for the kind, where the
-// element carries neither. An instance of a class not named is an EmbeddedInstance of NULL.
+// The qualifier for the kind, of NULL value.
+std::string KindMarker(EEmbeddedObject kind) {
+    return std::string(kind == kEmbeddedInstance ? kEmbeddedInstanceQualifier
+                                                 : kEmbeddedObjectQualifier) +
+           "(NULL)";
+}
+
+// MOF says what a string's text holds only by a qualifier: the one for the kind, of NULL value,
+// where the element carries neither. The NULL tells it from a qualifier the element states, so
+// that reading the MOF back gives the element's qualifiers as they were.
 std::string EmbeddedQualifier(EEmbeddedObject kind, ICIMNamedElement& element) {
     if (kind == kEmbeddedNone) {
         return std::string();
@@ -171,8 +179,7 @@ std::string EmbeddedQualifier(EEmbeddedObject kind, ICIMNamedElement& element) {
             return std::string();
         }
     }
-    return kind == kEmbeddedInstance ? std::string(kEmbeddedInstanceQualifier) + "(NULL)"
-                                     : std::string(kEmbeddedObjectQualifier);
+    return KindMarker(kind);
 }
 
 } // namespace
@@ -340,9 +347,10 @@ void WriteInstance(ICIMInstance& instance, std::ostream& out) {
         const boost::shared_ptr<ICIMPropertyDecl> declaration =
             cimClass->GetPropertyDecl(name, TCIMOptions());
         const EEmbeddedObject kind = property->GetEmbeddedObject(TCIMOptions());
+        // The declaration's qualifiers say nothing of the instance's own word.
         const std::string embedded = kind == declaration->GetEmbeddedObject(TCIMOptions())
                                          ? std::string()
-                                         : EmbeddedQualifier(kind, *declaration);
+                                         : KindMarker(kind);
         out << kIndent << (embedded.empty() ? "" : "[" + embedded + "] ") << name << " = "
             << Literal(property->GetValue(TCIMOptions())) << ";\n";
     }

@@ -1,5 +1,6 @@
 // cimxml: loads CIM-XML files into in-memory namespaces and shows what they hold (a summary,
 // MOF, CIM-XML, the class tree, single classes) or what changed between two of them.
+#include "mof/MofLoader.h"
 #include "populator/NamespacePopulator.h"
 #include "tools/cimxml/Description.h"
 #include "tools/cimxml/Json.h"
@@ -334,7 +335,11 @@ void PrintDiagnostics(const std::string& name, const TLoadReport& report) {
             continue; // the closing line of a failed parse: the failure below says it better
         }
         const char* kind = entry.m_level >= TLoadReport::kErrorLevel ? "error" : "warning";
-        if (entry.m_line > 0) {
+        const std::string& file = entry.m_file.empty() ? name : entry.m_file;
+        if (entry.m_column > 0) {
+            std::fprintf(stderr, "%s:%u:%u: %s: %s\n", file.c_str(), unsigned(entry.m_line),
+                         unsigned(entry.m_column), kind, entry.m_message.c_str());
+        } else if (entry.m_line > 0) {
             std::fprintf(stderr, "%s:%u: %s: %s\n", name.c_str(), unsigned(entry.m_line), kind,
                          entry.m_message.c_str());
         } else {
@@ -379,6 +384,13 @@ TJson ReportJson(const std::string& name, const TLoadReport& report) {
         if (entry.m_level >= TLoadReport::kErrorLevel) {
             TJson error = TJson::Object();
             error.Append("line", TJson::Number(uint64_t(entry.m_line)));
+            // Only MOF places an error in a column and in another file; CIM-XML keeps its form.
+            if (entry.m_column > 0) {
+                error.Append("column", TJson::Number(uint64_t(entry.m_column)));
+            }
+            if (!entry.m_file.empty()) {
+                error.Append("file", entry.m_file);
+            }
             error.Append("message", entry.m_message);
             errors.Push(std::move(error));
         }
@@ -406,7 +418,9 @@ TFileLoad LoadFile(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const T
     TFileLoad load;
     load.m_name = isStdin ? kStdinName : input.m_path;
     try {
-        if (input.m_instances) {
+        if (!isStdin && TMofLoader::IsMofFile(path)) {
+            TMofLoader::PopulateFromMOFFile(cimNamespace, path, load.m_report);
+        } else if (input.m_instances) {
             TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, path, load.m_report);
         } else {
             TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path, load.m_report);

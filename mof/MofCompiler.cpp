@@ -1,0 +1,854 @@
+// TMofCompiler: a recursive-descent parser of MOF that builds what it reads into a namespace.
+#include "mof/MofCompiler.h"
+
+#include "cimxml/states/Support.h"
+#include "core/Text.h"
+#include "populator/DocumentReader.h"
+
+#include <filesystem>
+
+namespace NQRN20 {
+
+namespace {
+
+const char kClass[] = "class";
+const char kInstance[] = "instance";
+const char kOf[] = "of";
+const char kAs[] = "as";
+const char kRef[] = "ref";
+const char kQualifier[] = "qualifier";
+const char kScope[] = "scope";
+const char kFlavor[] = "flavor";
+const char kPragma[] = "pragma";
+const char kInclude[] = "include";
+const char kTrue[] = "true";
+const char kFalse[] = "false";
+const char kNull[] = "null";
+const char kEmbeddedObjectQualifier[] = "EmbeddedObject";
+const char kEmbeddedInstanceQualifier[] = "EmbeddedInstance";
+// Real literals the core reads that MOF spells as words.
+const char* const kRealWords[] = {"INF", "NaN"};
+
+// The kind of literal a word is, kNone for a word that is no value.
+TMofLiteral::EKind KeywordKind(const std::string& word) {
+    if (EqualNoCase(word, kTrue) || EqualNoCase(word, kFalse)) {
+        return TMofLiteral::kBoolean;
+    }
+    if (EqualNoCase(word, kNull)) {
+        return TMofLiteral::kNull;
+    }
+    for (const char* real : kRealWords) {
+        if (EqualNoCase(word, real)) {
+            return TMofLiteral::kReal;
+        }
+    }
+    return TMofLiteral::kNone;
+}
+
+// The literal kind of each token kind that is a value by itself.
+TMofLiteral::EKind LiteralKind(TMofToken::EKind kind) {
+    switch (kind) {
+    case TMofToken::kString:
+        return TMofLiteral::kString;
+    case TMofToken::kChar:
+        return TMofLiteral::kChar;
+    case TMofToken::kInteger:
+        return TMofLiteral::kInteger;
+    case TMofToken::kReal:
+        return TMofLiteral::kReal;
+    case TMofToken::kAlias:
+        return TMofLiteral::kAlias;
+    default:
+        return TMofLiteral::kNone;
+    }
+}
+
+const struct {
+    const char* m_name;
+    uint32_t m_bits;
+} kScopes[] = {
+    {"class", ICIMQualifierDecl::kScopeClass},
+    {"association", ICIMQualifierDecl::kScopeAssociation},
+    {"indication", ICIMQualifierDecl::kScopeIndication},
+    {"property", ICIMQualifierDecl::kScopeProperty},
+    {"reference", ICIMQualifierDecl::kScopeReference},
+    {"method", ICIMQualifierDecl::kScopeMethod},
+    {"parameter", ICIMQualifierDecl::kScopeParameter},
+    {"any", ICIMQualifierDecl::kScopeAny},
+};
+
+// Each flavor keyword sets or clears a bit; the instance flavors have no bit here.
+const struct {
+    const char* m_name;
+    uint32_t m_bit;
+    bool m_set;
+} kFlavors[] = {
+    {"EnableOverride", ICIMQualifierDecl::kFlavorOverridable, true},
+    {"DisableOverride", ICIMQualifierDecl::kFlavorOverridable, false},
+    {"ToSubclass", ICIMQualifierDecl::kFlavorToSubclass, true},
+    {"Restricted", ICIMQualifierDecl::kFlavorToSubclass, false},
+    {"Translatable", ICIMQualifierDecl::kFlavorTranslatable, true},
+    {"ToInstance", 0, true},
+    {"NotToInstance", 0, true},
+};
+
+const uint32_t kDefaultFlavor =
+    ICIMQualifierDecl::kFlavorOverridable | ICIMQualifierDecl::kFlavorToSubclass;
+
+const char kLogPrefix[] = "MOF ";
+const char kNoEffect[] = " has no effect here";
+const char kExpected[] = "expected ";
+const char kIncludeCycle[] = "include cycle: ";
+const char kIncludeTooDeep[] = "includes nest too deep at ";
+const char kCannotInclude[] = "cannot read included file ";
+const char kUnknownAlias[] = "unknown alias $";
+const char kAliasTwice[] = "alias defined twice: $";
+const char kUnknownQualifier[] = "unknown qualifier ";
+const char kUnknownType[] = "unknown data type ";
+const char kRefused[] = "the namespace refused it: ";
+
+std::string Describe(const TMofToken& token) {
+    switch (token.m_kind) {
+    case TMofToken::kEnd:
+        return "end of file";
+    case TMofToken::kString:
+        return "string \"" + token.m_text + "\"";
+    case TMofToken::kAlias:
+        return "$" + token.m_text;
+    default:
+        return "'" + token.m_text + "'";
+    }
+}
+
+// The path that names an instance: its class and its key values.
+std::string InstancePath(ICIMInstance& instance) {
+    const boost::shared_ptr<ICIMClass> cimClass = instance.GetClass(TCIMOptions());
+    std::vector<boost::shared_ptr<ICIMPropertyDecl>> declarations;
+    cimClass->EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(declarations),
+                                TCIMOptions());
+    TCIMReference path;
+    path.SetClassName(cimClass->GetName(TCIMOptions()));
+    for (const boost::shared_ptr<ICIMPropertyDecl>& declaration : declarations) {
+        if (NCimXml::IsKeyProperty(*declaration)) {
+            const std::string& name = declaration->GetName(TCIMOptions());
+            path.AddKeyValue(name,
+                             instance.GetProperty(name, TCIMOptions())->GetValue(TCIMOptions()));
+        }
+    }
+    return path.ToString();
+}
+
+// One spelling for each file, so that an include cycle shows; the path as given where the system
+// cannot tell.
+std::string Canonical(const std::string& path) {
+    std::error_code error;
+    const std::string canonical = std::filesystem::weakly_canonical(path, error).string();
+    return error ? path : canonical;
+}
+
+} // namespace
+
+TMofCompiler::TMofCompiler(boost::shared_ptr<ICIMNamespace> ns, TLoadReport& report)
+    : m_namespace(std::move(ns)), m_report(report) {}
+
+void TMofCompiler::Compile(const char* text, size_t length, const std::string& path) {
+    TMofLexer lexer(text, length);
+    TSource source{path, Canonical(path), nullptr, &lexer, TMofToken(), 0};
+    CompileSource(source);
+}
+
+// mofSpecification: mofProduction*
+void TMofCompiler::CompileSource(TSource& source) {
+    TSource* const outer = m_source;
+    m_source = &source;
+    m_source->m_token = m_source->m_lexer->Next();
+    while (m_source->m_token.m_kind != TMofToken::kEnd) {
+        m_braceDepth = 0;
+        m_ended = false;
+        try {
+            Production();
+        } catch (const TError& error) {
+            LogError(error);
+            Recover(m_source->m_token.m_kind == TMofToken::kError);
+        } catch (const TQRNException& error) {
+            const TMofToken& at = m_source->m_token;
+            LogError({at.m_line, at.m_column, kRefused + std::string(error.what())});
+            Recover(false);
+        }
+    }
+    m_source = outer;
+}
+
+// mofProduction: compilerDirective | classDeclaration | qualifierDeclaration
+//              | instanceDeclaration
+void TMofCompiler::Production() {
+    if (Accept('#')) {
+        Pragma();
+        return;
+    }
+    if (AcceptKeyword(kQualifier)) {
+        QualifierDeclaration();
+        return;
+    }
+    const TQualifiers qualifiers = QualifierList();
+    if (AcceptKeyword(kClass)) {
+        ClassDeclaration(qualifiers);
+    } else if (AcceptKeyword(kInstance)) {
+        InstanceDeclaration();
+    } else {
+        Fail(kExpected + std::string("class, instance, qualifier or #pragma"));
+    }
+}
+
+// Skips to the semicolon that ends the declaration at brace depth 0, and past it, unless the
+// declaration was read to its end before the error was found. A text that is no token may have
+// swallowed braces with the rest of its line, so after one the skip also ends before a
+// declaration's first token at the start of a line.
+void TMofCompiler::Recover(bool lexical) {
+    TMofToken& token = m_source->m_token;
+    while (!m_ended && token.m_kind != TMofToken::kEnd) {
+        if (lexical && token.m_kind != TMofToken::kError && StartsDeclaration(token)) {
+            return;
+        }
+        const bool end = token.Is(';') && m_braceDepth <= 0;
+        m_braceDepth += token.Is('{') ? 1 : token.Is('}') ? -1 : 0;
+        token = m_source->m_lexer->Next();
+        if (end) {
+            return;
+        }
+    }
+}
+
+// Writers start top-level declarations, and nothing else, at the start of a line.
+bool TMofCompiler::StartsDeclaration(const TMofToken& token) {
+    if (token.m_column != 1) {
+        return false;
+    }
+    for (const char* keyword : {kClass, kInstance, kQualifier}) {
+        if (token.m_kind == TMofToken::kIdentifier && EqualNoCase(token.m_text, keyword)) {
+            return true;
+        }
+    }
+    return token.Is('#') || token.Is('[');
+}
+
+// A text that is no token is reported only where the parser looks at it, so that it costs the
+// declaration it is in rather than the one before.
+void TMofCompiler::Advance() {
+    TMofToken& token = m_source->m_token;
+    m_ended |= token.Is(';') && m_braceDepth == 0;
+    m_braceDepth += token.Is('{') ? 1 : token.Is('}') ? -1 : 0;
+    token = m_source->m_lexer->Next();
+}
+
+// What the parser expected is less use than why the text there is no token.
+void TMofCompiler::Fail(const std::string& text) const {
+    const TMofToken& token = m_source->m_token;
+    FailAt(token, token.m_kind == TMofToken::kError ? token.m_text : text);
+}
+
+void TMofCompiler::FailAt(const TMofToken& at, const std::string& text) const {
+    throw TError{at.m_line, at.m_column, text};
+}
+
+void TMofCompiler::Log(uint32_t level, const std::string& file, uint32_t line, uint32_t column,
+                       const std::string& text) {
+    const std::string where = file.empty() ? m_report.m_path : file;
+    const std::string logged = kLogPrefix + where + ":" + std::to_string(line) + ":" +
+                               std::to_string(column) + ": " + text;
+    m_report.m_log.push_back({level, line, logged, text, column, file});
+    TRootObject::GetCoreLogger()->Log(level, logged);
+}
+
+void TMofCompiler::LogError(const TError& error) {
+    Log(TLoadReport::kErrorLevel, IncludedPath(), error.m_line, error.m_column, error.m_text);
+}
+
+// The file that entries of an included file name; empty for the file loaded: the report names it.
+std::string TMofCompiler::IncludedPath() const {
+    return m_source->m_outer ? m_source->m_path : std::string();
+}
+
+void TMofCompiler::Expect(char punct) {
+    if (!m_source->m_token.Is(punct)) {
+        Fail(kExpected + std::string("'") + punct + "' but found " + Describe(m_source->m_token));
+    }
+    Advance();
+}
+
+bool TMofCompiler::Accept(char punct) {
+    if (!m_source->m_token.Is(punct)) {
+        return false;
+    }
+    Advance();
+    return true;
+}
+
+bool TMofCompiler::AcceptKeyword(const char* keyword) {
+    const TMofToken& token = m_source->m_token;
+    if (token.m_kind != TMofToken::kIdentifier || !EqualNoCase(token.m_text, keyword)) {
+        return false;
+    }
+    Advance();
+    return true;
+}
+
+std::string TMofCompiler::ExpectIdentifier(const char* what) {
+    if (m_source->m_token.m_kind != TMofToken::kIdentifier) {
+        Fail(kExpected + std::string(what) + " but found " + Describe(m_source->m_token));
+    }
+    std::string name = m_source->m_token.m_text;
+    Advance();
+    return name;
+}
+
+// compilerDirective: "#" PRAGMA pragmaName "(" stringValue ")"
+// Only include acts here: the namespace to load into is the caller's, and text carries no
+// locale, so the others are said once to do nothing.
+void TMofCompiler::Pragma() {
+    if (!AcceptKeyword(kPragma)) {
+        Fail(kExpected + std::string("pragma after '#'"));
+    }
+    const TMofToken at = m_source->m_token;
+    const std::string name = ExpectIdentifier("a pragma name");
+    Expect('(');
+    if (m_source->m_token.m_kind != TMofToken::kString) {
+        Fail(kExpected + std::string("a string parameter of #pragma ") + name);
+    }
+    const TMofToken parameter = m_source->m_token;
+    Advance();
+    Expect(')');
+    if (EqualNoCase(name, kInclude)) {
+        // The directive is whole: a file it cannot include costs nothing after it.
+        try {
+            Include(parameter);
+        } catch (const TError& error) {
+            LogError(error);
+        }
+    } else if (m_warnedPragmas.insert(LowerAscii(name)).second) {
+        Log(kWarningLevel, IncludedPath(), at.m_line, at.m_column, "#pragma " + name + kNoEffect);
+    }
+}
+
+// The path is taken relative to the directory of the including file. A file that cannot be
+// read, one already being read and one nested too deep are errors of the include itself.
+void TMofCompiler::Include(const TMofToken& at) {
+    const std::string& name = at.m_text;
+    const std::filesystem::path base = std::filesystem::path(m_source->m_path).parent_path();
+    const std::string path =
+        std::filesystem::path(name).is_absolute() ? name : (base / name).string();
+    const std::string canonical = Canonical(path);
+    for (const TSource* source = m_source; source != nullptr; source = source->m_outer) {
+        if (source->m_canonical == canonical) {
+            FailAt(at, kIncludeCycle + path);
+        }
+    }
+    if (m_source->m_depth + 1 >= kMaxIncludeDepth) {
+        FailAt(at, kIncludeTooDeep + path);
+    }
+    TDocumentBuffer document;
+    try {
+        uint64_t fileBytes = 0;
+        document = ReadAnyDocument(path, fileBytes);
+    } catch (const TDocumentReadError& failure) {
+        FailAt(at, kCannotInclude + path + ": " + failure.GetReason());
+    }
+    TMofLexer lexer(document.m_bytes.get(), document.m_length);
+    TSource source{path, canonical, m_source, &lexer, TMofToken(), m_source->m_depth + 1};
+    CompileSource(source);
+    m_braceDepth = 0;
+}
+
+// qualifierDeclaration: QUALIFIER qualifierName ":" dataType [array] ["=" initializer]
+//                       "," SCOPE "(" metaElement ("," metaElement)* ")"
+//                       ["," FLAVOR "(" flavor ("," flavor)* ")"] ";"
+void TMofCompiler::QualifierDeclaration() {
+    const std::string name = ExpectIdentifier("a qualifier name");
+    Expect(':');
+    const TMofToken typeAt = m_source->m_token;
+    TCIMValue::TCIMType type = MofDataType(ExpectIdentifier("a data type"));
+    if (type == kCIMTypeNone) {
+        FailAt(typeAt, kUnknownType + typeAt.m_text);
+    }
+    bool isArray = false;
+    const uint32_t arraySize = ArrayShape(isArray);
+    type = isArray ? type.GetArrayType() : type;
+    TCIMValue value(type, arraySize);
+    if (Accept('=')) {
+        const TMofToken valueAt = m_source->m_token;
+        value = ToValue(Initializer(), valueAt, type, arraySize);
+    }
+    Expect(',');
+    const uint32_t scope = Scope();
+    uint32_t flavor = kDefaultFlavor;
+    if (Accept(',')) {
+        if (!AcceptKeyword(kFlavor)) {
+            Fail(kExpected + std::string("Flavor"));
+        }
+        Expect('(');
+        flavor = Flavors(flavor);
+    }
+    Expect(';');
+    CommitQualifierDecl(name, value, scope, flavor);
+}
+
+void TMofCompiler::CommitQualifierDecl(const std::string& name, const TCIMValue& value,
+                                       uint32_t scope, uint32_t flavor) {
+    const auto declaration = m_namespace->CreateQualifierDecl(
+        name, value, scope, static_cast<ICIMQualifierDecl::EFlavor>(flavor), TCIMOptions());
+    if (NCimXml::CommitAllowingDuplicate(declaration)) {
+        ++m_report.m_tally.m_qualifierDecls;
+    } else {
+        m_report.m_tally.m_duplicateQualifierDecls.push_back(name);
+    }
+}
+
+// scope: SCOPE "(" metaElement ("," metaElement)* ")"
+uint32_t TMofCompiler::Scope() {
+    if (!AcceptKeyword(kScope)) {
+        Fail(kExpected + std::string("Scope"));
+    }
+    Expect('(');
+    uint32_t scope = 0;
+    do {
+        const TMofToken at = m_source->m_token;
+        const std::string word = ExpectIdentifier("a scope");
+        uint32_t bits = 0;
+        for (const auto& kind : kScopes) {
+            bits |= EqualNoCase(word, kind.m_name) ? kind.m_bits : 0;
+        }
+        if (bits == 0) {
+            FailAt(at, "unknown scope " + word);
+        }
+        scope |= bits;
+    } while (Accept(','));
+    Expect(')');
+    return scope;
+}
+
+// flavor ("," flavor)* ")"
+uint32_t TMofCompiler::Flavors(uint32_t flavor) {
+    do {
+        flavor = ApplyFlavor(flavor, m_source->m_token);
+        Advance();
+    } while (Accept(','));
+    Expect(')');
+    return flavor;
+}
+
+// The flavor with the keyword's bit set or cleared.
+uint32_t TMofCompiler::ApplyFlavor(uint32_t flavor, const TMofToken& keyword) const {
+    for (const auto& kind : kFlavors) {
+        if (keyword.m_kind == TMofToken::kIdentifier && EqualNoCase(keyword.m_text, kind.m_name)) {
+            return kind.m_set ? flavor | kind.m_bit : flavor & ~kind.m_bit;
+        }
+    }
+    FailAt(keyword, keyword.m_kind == TMofToken::kIdentifier ? "unknown flavor " + keyword.m_text
+                    : keyword.m_kind == TMofToken::kError    ? keyword.m_text
+                                                             : kExpected + std::string("a flavor"));
+}
+
+// qualifierList: ["[" qualifier ("," qualifier)* "]"]
+// qualifier: qualifierName ["(" constantValue ")" | arrayInitializer] [":" flavor+]
+TMofCompiler::TQualifiers TMofCompiler::QualifierList() {
+    TQualifiers qualifiers;
+    if (!Accept('[')) {
+        return qualifiers;
+    }
+    do {
+        TQualifier qualifier;
+        qualifier.m_at = m_source->m_token;
+        qualifier.m_name = ExpectIdentifier("a qualifier name");
+        if (Accept('(')) {
+            qualifier.m_value = Constant();
+            Expect(')');
+        } else if (m_source->m_token.Is('{')) {
+            qualifier.m_value = Initializer();
+        }
+        if (Accept(':')) {
+            while (m_source->m_token.m_kind == TMofToken::kIdentifier) {
+                qualifier.m_flavors.push_back(m_source->m_token);
+                Advance();
+            }
+        }
+        qualifiers.push_back(std::move(qualifier));
+    } while (Accept(','));
+    Expect(']');
+    return qualifiers;
+}
+
+// What the text of a string element holds, where one of its qualifiers says so.
+EEmbeddedObject TMofCompiler::EmbeddedKind(const TQualifiers& qualifiers) {
+    EEmbeddedObject kind = kEmbeddedNone;
+    for (const TQualifier& qualifier : qualifiers) {
+        kind = EqualNoCase(qualifier.m_name, kEmbeddedInstanceQualifier) ? kEmbeddedInstance
+               : EqualNoCase(qualifier.m_name, kEmbeddedObjectQualifier) ? kEmbeddedObject
+                                                                         : kind;
+    }
+    return kind;
+}
+
+// A class keeps what a string holds apart from its qualifiers, as CIM-XML does: a stated
+// EmbeddedObject or EmbeddedInstance qualifier is kept as stated and changes nothing else,
+// while one of null value only says what the text holds. It is taken out of the list.
+EEmbeddedObject TMofCompiler::TakeEmbeddedMarker(TQualifiers& qualifiers) {
+    EEmbeddedObject kind = kEmbeddedNone;
+    for (auto it = qualifiers.begin(); it != qualifiers.end();) {
+        const EEmbeddedObject marked =
+            it->m_value.m_kind == TMofLiteral::kNull ? EmbeddedKind({*it}) : kEmbeddedNone;
+        kind = marked != kEmbeddedNone ? marked : kind;
+        it = marked != kEmbeddedNone ? qualifiers.erase(it) : it + 1;
+    }
+    return kind;
+}
+
+// Attaches each qualifier with its declaration's type and flavor, the flavor changed by the
+// keywords given.
+void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers& qualifiers) {
+    for (const TQualifier& qualifier : qualifiers) {
+        boost::shared_ptr<ICIMQualifierDecl> declaration;
+        try {
+            declaration = m_namespace->GetQualifierDecl(qualifier.m_name, TCIMOptions());
+        } catch (const TQRNException&) {
+        }
+        if (!declaration) {
+            FailAt(qualifier.m_at, kUnknownQualifier + qualifier.m_name);
+        }
+        const TCIMValue value = QualifierValue(qualifier, *declaration);
+        uint32_t flavor = declaration->GetFlavor(TCIMOptions());
+        for (const TMofToken& keyword : qualifier.m_flavors) {
+            flavor = ApplyFlavor(flavor, keyword);
+        }
+        element.AddQualifier(
+            element.CreateQualifier(declaration, value,
+                                    static_cast<ICIMQualifierDecl::EFlavor>(flavor), TCIMOptions()),
+            TCIMOptions());
+    }
+}
+
+// A qualifier named without a value is true where its type is boolean, else null.
+TCIMValue TMofCompiler::QualifierValue(const TQualifier& qualifier,
+                                       ICIMQualifierDecl& declaration) {
+    const TCIMValue::TCIMType type = declaration.GetType(TCIMOptions());
+    if (qualifier.m_value.m_kind != TMofLiteral::kNone) {
+        return ToValue(qualifier.m_value, qualifier.m_at, type, 0);
+    }
+    TMofLiteral implied;
+    implied.m_kind = type == kCIMTypeBoolean ? TMofLiteral::kBoolean : TMofLiteral::kNull;
+    implied.m_text = kTrue;
+    return ToValue(implied, qualifier.m_at, type, 0);
+}
+
+boost::shared_ptr<ICIMClass> TMofCompiler::FindClass(const std::string& name, const TMofToken& at,
+                                                     const std::string& failure) const {
+    boost::shared_ptr<ICIMClass> found;
+    try {
+        found = m_namespace->GetClass(name, TCIMOptions());
+    } catch (const TQRNException&) {
+    }
+    if (!found) {
+        FailAt(at, failure);
+    }
+    return found;
+}
+
+// The class a reference names may be the one being built, which is not yet committed.
+boost::shared_ptr<ICIMClass>
+TMofCompiler::ReferencedClass(const std::string& name, const TMofToken& at,
+                              const boost::shared_ptr<ICIMClass>& building) {
+    if (building && EqualNoCase(building->GetName(TCIMOptions()), name)) {
+        try {
+            return m_namespace->GetClass(name, TCIMOptions());
+        } catch (const TQRNException&) {
+            return building;
+        }
+    }
+    return FindClass(name, at, "unknown referenced class " + name);
+}
+
+TCIMValue TMofCompiler::ToValue(const TMofLiteral& literal, const TMofToken& at,
+                                TCIMValue::TCIMType type, uint32_t arraySize) {
+    try {
+        return MofLiteralToValue(literal, type, arraySize, m_namespace,
+                                 [this](const std::string& alias) { return AliasPath(alias); });
+    } catch (const TMofValueError& error) {
+        FailAt(at, error.what());
+    }
+}
+
+std::string TMofCompiler::AliasPath(const std::string& alias) const {
+    const auto found = m_aliases.find(LowerAscii(alias));
+    if (found == m_aliases.end()) {
+        throw TMofValueError(kUnknownAlias + alias);
+    }
+    return found->second;
+}
+
+// classDeclaration: [qualifierList] CLASS className [AS aliasIdentifier] [":" superClass]
+//                   "{" classFeature* "}" ";"
+// A class alias names nothing an instance can refer to, so it is read and dropped.
+void TMofCompiler::ClassDeclaration(const TQualifiers& qualifiers) {
+    const std::string name = ExpectIdentifier("a class name");
+    if (AcceptKeyword(kAs)) {
+        if (m_source->m_token.m_kind != TMofToken::kAlias) {
+            Fail(kExpected + std::string("an alias"));
+        }
+        Advance();
+    }
+    boost::shared_ptr<ICIMClass> superClass;
+    if (Accept(':')) {
+        const TMofToken at = m_source->m_token;
+        const std::string superName = ExpectIdentifier("a superclass name");
+        superClass =
+            FindClass(superName, at, "unknown superclass " + superName + " of class " + name);
+    }
+    const boost::shared_ptr<ICIMClass> cimClass =
+        m_namespace->CreateClass(name, superClass, TCIMOptions());
+    ApplyQualifiers(*cimClass, qualifiers);
+    Expect('{');
+    while (!Accept('}')) {
+        ClassFeature(cimClass);
+    }
+    Expect(';');
+    if (NCimXml::CommitAllowingDuplicate(cimClass)) {
+        ++m_report.m_tally.m_classes;
+    } else {
+        m_report.m_tally.m_duplicateClasses.push_back(cimClass->GetName(TCIMOptions()));
+    }
+}
+
+// classFeature: [qualifierList] (dataType name [array] ["=" initializer]
+//             | className REF name ["=" initializer] | dataType name "(" parameters ")") ";"
+void TMofCompiler::ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass) {
+    TQualifiers qualifiers = QualifierList();
+    const TMofToken typeAt = m_source->m_token;
+    const std::string typeName = ExpectIdentifier("a data type or class name");
+    const bool reference = AcceptKeyword(kRef);
+    const TCIMValue::TCIMType type =
+        reference ? TCIMValue::TCIMType(kCIMTypeReference) : MofDataType(typeName);
+    if (type == kCIMTypeNone) {
+        FailAt(typeAt, kUnknownType + typeName);
+    }
+    const std::string name = ExpectIdentifier("a property or method name");
+    if (!reference && Accept('(')) {
+        MethodDeclaration(cimClass, qualifiers, type, name);
+    } else {
+        PropertyDeclaration(cimClass, qualifiers, type, typeAt, name);
+    }
+}
+
+// The rest of a property or reference declaration after its name. The declaration takes its
+// qualifiers before its value, as one read from CIM-XML does.
+void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
+                                       TQualifiers& qualifiers, TCIMValue::TCIMType type,
+                                       const TMofToken& typeAt, const std::string& name) {
+    bool isArray = false;
+    const uint32_t arraySize = type == kCIMTypeReference ? 0 : ArrayShape(isArray);
+    type = isArray ? type.GetArrayType() : type;
+    TCIMValue value(type, arraySize);
+    if (Accept('=')) {
+        const TMofToken valueAt = m_source->m_token;
+        value = ToValue(Initializer(), valueAt, type, arraySize);
+    }
+    Expect(';');
+    if (type == kCIMTypeReference) {
+        value.SetReferencedClass(ReferencedClass(typeAt.m_text, typeAt, cimClass));
+    }
+    const auto declaration = cimClass->CreatePropertyDecl(name, TCIMValue(), TCIMOptions());
+    const EEmbeddedObject kind = TakeEmbeddedMarker(qualifiers);
+    if (kind != kEmbeddedNone) {
+        declaration->SetEmbeddedObject(kind, TCIMOptions());
+    }
+    ApplyQualifiers(*declaration, qualifiers);
+    declaration->SetValue(value, TCIMOptions());
+    try {
+        NCimXml::CommitAllowingDuplicate(declaration);
+    } catch (const TQRNException& error) {
+        FailAt(typeAt, "cannot declare property " + name + ": " + error.what());
+    }
+}
+
+// methodDeclaration: ... dataType methodName "(" [parameter ("," parameter)*] ")" ";"
+void TMofCompiler::MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
+                                     const TQualifiers& qualifiers, TCIMValue::TCIMType type,
+                                     const std::string& name) {
+    const auto method = cimClass->CreateMethodDecl(name, type, TCIMOptions());
+    ApplyQualifiers(*method, qualifiers);
+    if (!Accept(')')) {
+        do {
+            Parameter(cimClass, method);
+        } while (Accept(','));
+        Expect(')');
+    }
+    Expect(';');
+    NCimXml::CommitAllowingDuplicate(method);
+}
+
+// parameter: [qualifierList] (dataType | className REF) parameterName [array]
+void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
+                             const boost::shared_ptr<ICIMMethodDecl>& method) {
+    TQualifiers qualifiers = QualifierList();
+    const TMofToken typeAt = m_source->m_token;
+    const std::string typeName = ExpectIdentifier("a data type or class name");
+    const bool reference = AcceptKeyword(kRef);
+    const TCIMValue::TCIMType type =
+        reference ? TCIMValue::TCIMType(kCIMTypeReference) : MofDataType(typeName);
+    if (type == kCIMTypeNone) {
+        FailAt(typeAt, kUnknownType + typeName);
+    }
+    if (reference) {
+        ReferencedClass(typeName, typeAt, cimClass);
+    }
+    const std::string name = ExpectIdentifier("a parameter name");
+    bool isArray = false;
+    const uint32_t arraySize = ArrayShape(isArray);
+    const auto parameter = method->CreateParameterDecl(name, type, TCIMOptions());
+    parameter->SetShape(isArray, arraySize, reference ? typeName : "", TCIMOptions());
+    const EEmbeddedObject kind = TakeEmbeddedMarker(qualifiers);
+    if (kind != kEmbeddedNone) {
+        parameter->SetEmbeddedObject(kind, TCIMOptions());
+    }
+    ApplyQualifiers(*parameter, qualifiers);
+    NCimXml::CommitAllowingDuplicate(parameter);
+}
+
+// array: "[" [positiveDecimalValue] "]"; the size, 0 for none.
+uint32_t TMofCompiler::ArrayShape(bool& isArray) {
+    isArray = Accept('[');
+    if (!isArray || Accept(']')) {
+        return 0;
+    }
+    const TMofToken at = m_source->m_token;
+    uint64_t size = 0;
+    try {
+        size = at.m_kind == TMofToken::kInteger ? std::stoull(MofIntegerToDecimal(at.m_text)) : 0;
+    } catch (const std::exception&) {
+    }
+    if (size == 0 || size > UINT32_MAX || at.m_text[0] == '-') {
+        FailAt(at, kExpected + std::string("an array size but found ") + Describe(at));
+    }
+    Advance();
+    Expect(']');
+    return uint32_t(size);
+}
+
+// instanceDeclaration: [qualifierList] INSTANCE OF className [AS aliasIdentifier]
+//                      "{" valueInitializer* "}" ";"
+void TMofCompiler::InstanceDeclaration() {
+    if (!AcceptKeyword(kOf)) {
+        Fail(kExpected + std::string("'of' after 'instance'"));
+    }
+    const TMofToken at = m_source->m_token;
+    const std::string className = ExpectIdentifier("a class name");
+    std::string alias;
+    if (AcceptKeyword(kAs)) {
+        if (m_source->m_token.m_kind != TMofToken::kAlias) {
+            Fail(kExpected + std::string("an alias"));
+        }
+        alias = m_source->m_token.m_text;
+        if (m_aliases.count(LowerAscii(alias)) != 0) {
+            Fail(kAliasTwice + alias);
+        }
+        Advance();
+    }
+    const auto instance =
+        FindClass(className, at, "unknown class " + className)->CreateInstance(TCIMOptions());
+    Expect('{');
+    while (!Accept('}')) {
+        ValueInitializer(instance);
+    }
+    Expect(';');
+    CommitInstance(instance, alias, at);
+}
+
+void TMofCompiler::CommitInstance(const boost::shared_ptr<ICIMInstance>& instance,
+                                  const std::string& alias, const TMofToken& at) {
+    bool added = true;
+    try {
+        instance->Commit(TCIMOptions());
+    } catch (const TQRNException& error) {
+        if (error.GetStatus() != kQRNStatusAlreadyExists) {
+            FailAt(at, "cannot create instance: " + std::string(error.what()));
+        }
+        added = false;
+    }
+    // As a class defined again, a second instance of the same name is only counted; its alias
+    // names the instance that stands.
+    const std::string path = InstancePath(*instance);
+    if (added) {
+        ++m_report.m_tally.m_instances;
+    } else {
+        m_report.m_tally.m_duplicateInstances.push_back(path);
+    }
+    if (!alias.empty()) {
+        m_aliases[LowerAscii(alias)] = path;
+    }
+}
+
+// valueInitializer: [qualifierList] propertyName "=" initializer ";"
+// Of an instance's qualifiers only those saying what a string holds have a place to go.
+void TMofCompiler::ValueInitializer(const boost::shared_ptr<ICIMInstance>& instance) {
+    const TQualifiers qualifiers = QualifierList();
+    const TMofToken at = m_source->m_token;
+    const std::string name = ExpectIdentifier("a property name");
+    Expect('=');
+    const TMofToken valueAt = m_source->m_token;
+    const TMofLiteral literal = Initializer();
+    Expect(';');
+    boost::shared_ptr<ICIMPropertyDecl> declaration;
+    try {
+        declaration = instance->GetClass(TCIMOptions())->GetPropertyDecl(name, TCIMOptions());
+    } catch (const TQRNException&) {
+    }
+    if (!declaration) {
+        FailAt(at, "no property " + name + " in class " +
+                       instance->GetClass(TCIMOptions())->GetName(TCIMOptions()));
+    }
+    // An instance's array is as long as its elements: the declared size belongs to the class.
+    const TCIMValue value = ToValue(literal, valueAt, declaration->GetType(TCIMOptions()), 0);
+    instance->SetPropertyValue(name, value, TCIMOptions());
+    const EEmbeddedObject kind = EmbeddedKind(qualifiers);
+    if (kind != kEmbeddedNone) {
+        instance->SetPropertyEmbeddedObject(name, kind, TCIMOptions());
+    }
+}
+
+// initializer: constantValue | arrayInitializer | aliasIdentifier
+// arrayInitializer: "{" [constantValue ("," constantValue)*] "}"
+// Arrays hold only constants, so literals nest one level at most.
+TMofLiteral TMofCompiler::Initializer() {
+    if (!Accept('{')) {
+        return Constant();
+    }
+    TMofLiteral array;
+    array.m_kind = TMofLiteral::kArray;
+    if (!Accept('}')) {
+        do {
+            array.m_elements.push_back(Constant());
+        } while (Accept(','));
+        Expect('}');
+    }
+    return array;
+}
+
+// constantValue: integerValue | realValue | charValue | stringValue+ | booleanValue
+//              | nullValue | aliasIdentifier
+// The token is consumed once it is known to be a value, so its text is taken, not copied.
+TMofLiteral TMofCompiler::Constant() {
+    TMofToken& token = m_source->m_token;
+    TMofLiteral literal;
+    literal.m_kind = token.m_kind == TMofToken::kIdentifier ? KeywordKind(token.m_text)
+                                                            : LiteralKind(token.m_kind);
+    if (literal.m_kind == TMofLiteral::kNone) {
+        Fail(kExpected + std::string("a value but found ") + Describe(token));
+    }
+    literal.m_text = std::move(token.m_text);
+    Advance();
+    while (literal.m_kind == TMofLiteral::kString && token.m_kind == TMofToken::kString) {
+        literal.m_text += token.m_text;
+        Advance();
+    }
+    return literal;
+}
+
+} // namespace NQRN20

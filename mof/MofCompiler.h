@@ -1,0 +1,128 @@
+// TMofCompiler: a recursive-descent parser of MOF that builds what it reads into a namespace.
+#pragma once
+
+#include "core/Core.h"
+#include "mof/MofLexer.h"
+#include "mof/MofValues.h"
+#include "populator/LoadReport.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace NQRN20 {
+
+// One compiler reads one file, and the files it includes, into the namespace. An error is
+// logged with its file, line and column and costs the top-level declaration it is found in:
+// the compiler skips to that declaration's closing semicolon and goes on.
+class TMofCompiler {
+public:
+    // Includes nest at most this deep, which also ends any cycle the path check misses.
+    static constexpr uint32_t kMaxIncludeDepth = 32;
+    static constexpr uint32_t kWarningLevel = 2;
+
+    TMofCompiler(boost::shared_ptr<ICIMNamespace> ns, TLoadReport& report);
+
+    // Compiles the document, which must end with a zero byte, read from the path.
+    void Compile(const char* text, size_t length, const std::string& path);
+
+    // An error at a place in a file; thrown inside the compiler, logged by it.
+    struct TError {
+        uint32_t m_line;
+        uint32_t m_column;
+        std::string m_text;
+    };
+
+private:
+    struct TQualifier {
+        std::string m_name;
+        TMofLiteral m_value;
+        std::vector<TMofToken> m_flavors;
+        TMofToken m_at;
+    };
+    using TQualifiers = std::vector<TQualifier>;
+
+    // The file being read: its lexer, and the token after what has been consumed.
+    struct TSource {
+        std::string m_path;
+        // What the path resolves to, to tell an include cycle.
+        std::string m_canonical;
+        TSource* m_outer;
+        TMofLexer* m_lexer;
+        TMofToken m_token;
+        uint32_t m_depth;
+    };
+
+    void CompileSource(TSource& source);
+    void Production();
+    void Recover(bool lexical);
+    static bool StartsDeclaration(const TMofToken& token);
+    void Advance();
+    [[noreturn]] void Fail(const std::string& text) const;
+    [[noreturn]] void FailAt(const TMofToken& at, const std::string& text) const;
+    void Log(uint32_t level, const std::string& file, uint32_t line, uint32_t column,
+             const std::string& text);
+    void LogError(const TError& error);
+    std::string IncludedPath() const;
+    void Expect(char punct);
+    bool Accept(char punct);
+    bool AcceptKeyword(const char* keyword);
+    std::string ExpectIdentifier(const char* what);
+
+    void Pragma();
+    void Include(const TMofToken& at);
+    void QualifierDeclaration();
+    void CommitQualifierDecl(const std::string& name, const TCIMValue& value, uint32_t scope,
+                             uint32_t flavor);
+    uint32_t Scope();
+    uint32_t Flavors(uint32_t flavor);
+    [[nodiscard]] uint32_t ApplyFlavor(uint32_t flavor, const TMofToken& keyword) const;
+    TQualifiers QualifierList();
+    void ClassDeclaration(const TQualifiers& qualifiers);
+    void ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass);
+    void PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass, TQualifiers& qualifiers,
+                             TCIMValue::TCIMType type, const TMofToken& typeAt,
+                             const std::string& name);
+    void MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
+                           const TQualifiers& qualifiers, TCIMValue::TCIMType type,
+                           const std::string& name);
+    void Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
+                   const boost::shared_ptr<ICIMMethodDecl>& method);
+    void InstanceDeclaration();
+    void ValueInitializer(const boost::shared_ptr<ICIMInstance>& instance);
+    uint32_t ArrayShape(bool& isArray);
+    TMofLiteral Initializer();
+    TMofLiteral Constant();
+
+    boost::shared_ptr<ICIMClass> FindClass(const std::string& name, const TMofToken& at,
+                                           const std::string& failure) const;
+    boost::shared_ptr<ICIMClass> ReferencedClass(const std::string& name, const TMofToken& at,
+                                                 const boost::shared_ptr<ICIMClass>& building);
+    static EEmbeddedObject EmbeddedKind(const TQualifiers& qualifiers);
+    static EEmbeddedObject TakeEmbeddedMarker(TQualifiers& qualifiers);
+    void ApplyQualifiers(ICIMNamedElement& element, const TQualifiers& qualifiers);
+    TCIMValue QualifierValue(const TQualifier& qualifier, ICIMQualifierDecl& declaration);
+    TCIMValue ToValue(const TMofLiteral& literal, const TMofToken& at, TCIMValue::TCIMType type,
+                      uint32_t arraySize);
+    std::string AliasPath(const std::string& alias) const;
+    void CommitInstance(const boost::shared_ptr<ICIMInstance>& instance, const std::string& alias,
+                        const TMofToken& at);
+
+    boost::shared_ptr<ICIMNamespace> m_namespace;
+    TLoadReport& m_report;
+    TSource* m_source = nullptr;
+    // Braces opened since the top-level declaration began, for the skip after an error.
+    int32_t m_braceDepth = 0;
+    // The declaration's closing semicolon has been read: an error found after it skips nothing.
+    bool m_ended = false;
+    // The lowered alias names and the paths they stand for.
+    std::map<std::string, std::string> m_aliases;
+    // The pragmas said once to have no effect, lowered.
+    std::set<std::string> m_warnedPragmas;
+};
+
+} // namespace NQRN20

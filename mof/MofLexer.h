@@ -1,0 +1,54 @@
+// TMofLexer: splits MOF text into tokens, with the line and column each starts at.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace NQRN20 {
+
+struct TMofToken {
+    enum EKind {
+        kEnd,
+        kIdentifier, // also keywords: the parser tells them apart, ignoring letter case
+        kAlias,      // $name, without the dollar
+        kString,     // one quoted string, escapes resolved
+        kChar,       // one quoted character, escapes resolved
+        kInteger,    // the literal as written, sign included
+        kReal,
+        kPunct, // one of ( ) [ ] { } , ; : = #
+        kError  // a text that is no token; m_text says why
+    };
+    EKind m_kind = kEnd;
+    std::string m_text;
+    uint32_t m_line = 1;
+    uint32_t m_column = 1;
+
+    bool Is(char punct) const { return m_kind == kPunct && m_text[0] == punct; }
+};
+
+// Reads a zero-terminated buffer that the caller keeps alive; never reads past the terminator.
+class TMofLexer {
+public:
+    // Starts UTF-8 text in some editors; it is skipped.
+    static constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
+
+    TMofLexer(const char* text, size_t length);
+    TMofToken Next();
+
+private:
+    void SkipBlankAndComments(TMofToken& error);
+    TMofToken Start(TMofToken::EKind kind) const;
+    void Advance();
+    TMofToken Quoted(char quote);
+    bool Escape(std::string& out, std::string& why);
+    TMofToken Number();
+    TMofToken Word(TMofToken::EKind kind);
+
+    const char* m_at;
+    const char* m_end;
+    uint32_t m_line = 1;
+    const char* m_lineStart;
+};
+
+} // namespace NQRN20

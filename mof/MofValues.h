@@ -1,0 +1,52 @@
+// Literals as the MOF parser reads them, and their conversion to values of a declared type.
+#pragma once
+
+#include "core/Core.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace NQRN20 {
+
+// A constant, an alias or an array of constants, before its type is known.
+struct TMofLiteral {
+    enum EKind { kNone, kInteger, kReal, kString, kChar, kBoolean, kNull, kAlias, kArray };
+    EKind m_kind = kNone;
+    std::string m_text;
+    std::vector<TMofLiteral> m_elements;
+};
+
+// Gives the object path an alias stands for; throws TMofValueError for one not defined.
+using TAliasLookup = std::function<std::string(const std::string& alias)>;
+
+// A literal that does not fit the type it is given, in words.
+class TMofValueError : public std::exception {
+public:
+    explicit TMofValueError(std::string text) : m_text(std::move(text)) {}
+    const char* what() const noexcept override { return m_text.c_str(); }
+
+private:
+    std::string m_text;
+};
+
+// The value of the literal as the type, an array of arraySize (0 for any) where the type is
+// one; a scalar literal for an array type gives an array of one, as qualifiers are often
+// written. Throws TMofValueError.
+TCIMValue MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type,
+                            uint32_t arraySize, const boost::shared_ptr<ICIMNamespace>& ns,
+                            const TAliasLookup& aliases);
+
+// The decimal spelling of a decimal, hexadecimal (0x), octal (leading 0) or binary (trailing
+// b) integer literal; throws TMofValueError for any other text or one beyond 64 bits.
+std::string MofIntegerToDecimal(const std::string& literal);
+
+// The type a MOF data type keyword names, kCIMTypeNone for any other word.
+TCIMValue::TCIMType MofDataType(const std::string& word);
+
+} // namespace NQRN20
