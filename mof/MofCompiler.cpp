@@ -621,20 +621,26 @@ void TMofCompiler::ClassDeclaration(const TQualifiers& qualifiers) {
 //             | className REF name ["=" initializer] | dataType name "(" parameters ")") ";"
 void TMofCompiler::ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass) {
     TQualifiers qualifiers = QualifierList();
-    const TMofToken typeAt = m_source->m_token;
-    const std::string typeName = ExpectIdentifier("a data type or class name");
-    const bool reference = AcceptKeyword(kRef);
-    const TCIMValue::TCIMType type =
-        reference ? TCIMValue::TCIMType(kCIMTypeReference) : MofDataType(typeName);
-    if (type == kCIMTypeNone) {
-        FailAt(typeAt, kUnknownType + typeName);
-    }
+    const TTypeRef type = TypeRef();
     const std::string name = ExpectIdentifier("a property or method name");
-    if (!reference && Accept('(')) {
-        MethodDeclaration(cimClass, qualifiers, type, name);
+    if (!type.m_reference && Accept('(')) {
+        MethodDeclaration(cimClass, qualifiers, type.m_type, name);
     } else {
-        PropertyDeclaration(cimClass, qualifiers, type, typeAt, name);
+        PropertyDeclaration(cimClass, qualifiers, type.m_type, type.m_at, name);
     }
+}
+
+// (dataType | className REF): the type of a property, reference or parameter.
+TMofCompiler::TTypeRef TMofCompiler::TypeRef() {
+    TTypeRef type{m_source->m_token, ExpectIdentifier("a data type or class name"), false,
+                  TCIMValue::TCIMType()};
+    type.m_reference = AcceptKeyword(kRef);
+    type.m_type =
+        type.m_reference ? TCIMValue::TCIMType(kCIMTypeReference) : MofDataType(type.m_name);
+    if (type.m_type == kCIMTypeNone) {
+        FailAt(type.m_at, kUnknownType + type.m_name);
+    }
+    return type;
 }
 
 // The rest of a property or reference declaration after its name. The declaration takes its
@@ -688,22 +694,15 @@ void TMofCompiler::MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClas
 void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
                              const boost::shared_ptr<ICIMMethodDecl>& method) {
     TQualifiers qualifiers = QualifierList();
-    const TMofToken typeAt = m_source->m_token;
-    const std::string typeName = ExpectIdentifier("a data type or class name");
-    const bool reference = AcceptKeyword(kRef);
-    const TCIMValue::TCIMType type =
-        reference ? TCIMValue::TCIMType(kCIMTypeReference) : MofDataType(typeName);
-    if (type == kCIMTypeNone) {
-        FailAt(typeAt, kUnknownType + typeName);
-    }
-    if (reference) {
-        ReferencedClass(typeName, typeAt, cimClass);
+    const TTypeRef type = TypeRef();
+    if (type.m_reference) {
+        ReferencedClass(type.m_name, type.m_at, cimClass);
     }
     const std::string name = ExpectIdentifier("a parameter name");
     bool isArray = false;
     const uint32_t arraySize = ArrayShape(isArray);
-    const auto parameter = method->CreateParameterDecl(name, type, TCIMOptions());
-    parameter->SetShape(isArray, arraySize, reference ? typeName : "", TCIMOptions());
+    const auto parameter = method->CreateParameterDecl(name, type.m_type, TCIMOptions());
+    parameter->SetShape(isArray, arraySize, type.m_reference ? type.m_name : "", TCIMOptions());
     const EEmbeddedObject kind = TakeEmbeddedMarker(qualifiers);
     if (kind != kEmbeddedNone) {
         parameter->SetEmbeddedObject(kind, TCIMOptions());

@@ -46,6 +46,14 @@ private:
     };
     using TQualifiers = std::vector<TQualifier>;
 
+    // A type as written: where, its name, and whether it is a reference to that class.
+    struct TTypeRef {
+        TMofToken m_at;
+        std::string m_name;
+        bool m_reference;
+        TCIMValue::TCIMType m_type;
+    };
+
     // The file being read: its lexer, and the token after what has been consumed.
     struct TSource {
         std::string m_path;
@@ -84,6 +92,7 @@ private:
     TQualifiers QualifierList();
     void ClassDeclaration(const TQualifiers& qualifiers);
     void ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass);
+    TTypeRef TypeRef();
     void PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass, TQualifiers& qualifiers,
                              TCIMValue::TCIMType type, const TMofToken& typeAt,
                              const std::string& name);

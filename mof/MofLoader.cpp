@@ -9,7 +9,6 @@
 #include <zlib.h>
 
 #include <cctype>
-#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <memory>
@@ -32,28 +31,8 @@ void TMofLoader::PopulateFromMOFFile(boost::shared_ptr<ICIMNamespace> ns, std::s
                                      TLoadReport& report) {
     report = TLoadReport();
     report.m_path = path;
-    // The time is taken however the load ends.
-    const struct TStopwatch {
-        double& m_seconds;
-        std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
-        ~TStopwatch() {
-            m_seconds =
-                std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
-        }
-    } stopwatch{report.m_seconds};
-    TDocumentBuffer document;
-    try {
-        document = ReadAnyDocument(path, report.m_fileBytes);
-    } catch (const TDocumentReadError& error) {
-        report.m_status = error.GetStatus();
-        report.m_failure = error.GetReason();
-        throw;
-    }
-    report.m_documentBytes = document.m_length;
-    if (document.m_partial) {
-        report.m_failure = "the document is too large: only its first " +
-                           std::to_string(document.m_length) + " bytes were read";
-    }
+    const TLoadTimer timer(report.m_seconds);
+    const TDocumentBuffer document = ReadReportedDocument(path, report);
     TMofCompiler compiler(std::move(ns), report);
     compiler.Compile(document.m_bytes.get(), document.m_length, path);
 }

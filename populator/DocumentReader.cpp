@@ -256,4 +256,21 @@ TDocumentBuffer ReadAnyDocument(const std::string& path, uint64_t& fileBytes) {
     }
 }
 
+TDocumentBuffer ReadReportedDocument(const std::string& path, TLoadReport& report) {
+    TDocumentBuffer document;
+    try {
+        document = ReadAnyDocument(path, report.m_fileBytes);
+    } catch (const TDocumentReadError& error) {
+        report.m_status = error.GetStatus();
+        report.m_failure = error.GetReason();
+        throw;
+    }
+    report.m_documentBytes = document.m_length;
+    if (document.m_partial) {
+        report.m_failure = "the document is too large: only its first " +
+                           std::to_string(document.m_length) + " bytes were read";
+    }
+    return document;
+}
+
 } // namespace NQRN20

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/Status.h"
+#include "populator/LoadReport.h"
 
 #include <boost/shared_array.hpp>
 
@@ -47,5 +48,9 @@ TDocumentBuffer ReadDocument(const std::string& path, uint64_t size);
 // in advance; gzip is told and inflated as ReadDocument does, every member of it. Gives the
 // number of bytes the file held. Throws as ReadDocument does, and 11 for a directory.
 TDocumentBuffer ReadAnyDocument(const std::string& path, uint64_t& fileBytes);
+
+// ReadAnyDocument for a load with a report: the sizes go into it, and why the file could not be
+// read, or was read only in part, as its failure. Throws as ReadAnyDocument does.
+TDocumentBuffer ReadReportedDocument(const std::string& path, TLoadReport& report);
 
 } // namespace NQRN20

@@ -4,6 +4,7 @@
 #include "cimxml/CIMXMLParser.h"
 #include "core/Status.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -54,6 +55,22 @@ struct TLoadReport {
         }
         return errors;
     }
+};
+
+// Times a load into its report from its construction to its end, however the load ends.
+class TLoadTimer {
+public:
+    explicit TLoadTimer(double& seconds) : m_seconds(seconds) {}
+    ~TLoadTimer() {
+        m_seconds =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
+    }
+    TLoadTimer(const TLoadTimer&) = delete;
+    TLoadTimer& operator=(const TLoadTimer&) = delete;
+
+private:
+    double& m_seconds;
+    const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 
 } // namespace NQRN20

@@ -5,8 +5,6 @@
 #include "cimxml/CIMXMLParser.h"
 #include "populator/DocumentReader.h"
 
-#include <chrono>
-
 namespace NQRN20 {
 
 namespace {
@@ -76,27 +74,8 @@ Load(const boost::shared_ptr<ICIMNamespace>& ns, const std::string& path, TLoadR
      std::vector<boost::shared_ptr<TObject>> (TCIMXMLParser::*collected)() const) {
     report = TLoadReport();
     report.m_path = path;
-    const struct TStopwatch {
-        double& m_seconds;
-        std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
-        ~TStopwatch() {
-            m_seconds =
-                std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
-        }
-    } stopwatch{report.m_seconds};
-    TDocumentBuffer document;
-    try {
-        document = ReadAnyDocument(path, report.m_fileBytes);
-    } catch (const TDocumentReadError& error) {
-        report.m_status = error.GetStatus();
-        report.m_failure = error.GetReason();
-        throw;
-    }
-    report.m_documentBytes = document.m_length;
-    if (document.m_partial) {
-        report.m_failure = "the document is too large: only its first " +
-                           std::to_string(document.m_length) + " bytes were read";
-    }
+    const TLoadTimer timer(report.m_seconds);
+    const TDocumentBuffer document = ReadReportedDocument(path, report);
     TReportingParser parser(ns, report);
     try {
         parser.ParseWhole(document);
