@@ -366,18 +366,11 @@ void TMofCompiler::QualifierDeclaration() {
     const std::string name = ExpectIdentifier("a qualifier name");
     Expect(':');
     const TMofToken typeAt = m_source->m_token;
-    TCIMValue::TCIMType type = MofDataType(ExpectIdentifier("a data type"));
+    const TCIMValue::TCIMType type = MofDataType(ExpectIdentifier("a data type"));
     if (type == kCIMTypeNone) {
         FailAt(typeAt, kUnknownType + typeAt.m_text);
     }
-    bool isArray = false;
-    const uint32_t arraySize = ArrayShape(isArray);
-    type = isArray ? type.GetArrayType() : type;
-    TCIMValue value(type, arraySize);
-    if (Accept('=')) {
-        const TMofToken valueAt = m_source->m_token;
-        value = ToValue(Initializer(), valueAt, type, arraySize);
-    }
+    const TCIMValue value = Default(type, true);
     Expect(',');
     const uint32_t scope = Scope();
     uint32_t flavor = kDefaultFlavor;
@@ -648,14 +641,7 @@ TMofCompiler::TTypeRef TMofCompiler::TypeRef() {
 void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
                                        TQualifiers& qualifiers, TCIMValue::TCIMType type,
                                        const TMofToken& typeAt, const std::string& name) {
-    bool isArray = false;
-    const uint32_t arraySize = type == kCIMTypeReference ? 0 : ArrayShape(isArray);
-    type = isArray ? type.GetArrayType() : type;
-    TCIMValue value(type, arraySize);
-    if (Accept('=')) {
-        const TMofToken valueAt = m_source->m_token;
-        value = ToValue(Initializer(), valueAt, type, arraySize);
-    }
+    TCIMValue value = Default(type, type != kCIMTypeReference);
     Expect(';');
     if (type == kCIMTypeReference) {
         value.SetReferencedClass(ReferencedClass(typeAt.m_text, typeAt, cimClass));
@@ -709,6 +695,19 @@ void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
     }
     ApplyQualifiers(*parameter, qualifiers);
     NCimXml::CommitAllowingDuplicate(parameter);
+}
+
+// [array] ["=" initializer]: the default, of the type with the array shape, null without an
+// initializer. References take no array shape.
+TCIMValue TMofCompiler::Default(TCIMValue::TCIMType type, bool shaped) {
+    bool isArray = false;
+    const uint32_t arraySize = shaped ? ArrayShape(isArray) : 0;
+    type = isArray ? type.GetArrayType() : type;
+    if (!Accept('=')) {
+        return TCIMValue(type, arraySize);
+    }
+    const TMofToken valueAt = m_source->m_token;
+    return ToValue(Initializer(), valueAt, type, arraySize);
 }
 
 // array: "[" [positiveDecimalValue] "]"; the size, 0 for none.

@@ -103,6 +103,7 @@ private:
                    const boost::shared_ptr<ICIMMethodDecl>& method);
     void InstanceDeclaration();
     void ValueInitializer(const boost::shared_ptr<ICIMInstance>& instance);
+    TCIMValue Default(TCIMValue::TCIMType type, bool shaped);
     uint32_t ArrayShape(bool& isArray);
     TMofLiteral Initializer();
     TMofLiteral Constant();
