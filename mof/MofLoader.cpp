@@ -37,6 +37,16 @@ void TMofLoader::PopulateFromMOFFile(boost::shared_ptr<ICIMNamespace> ns, std::s
     compiler.Compile(document.m_bytes.get(), document.m_length, path);
 }
 
+void TMofLoader::PopulateFromMOFText(boost::shared_ptr<ICIMNamespace> ns, const char* text,
+                                     size_t length, const std::string& path, TLoadReport& report) {
+    report = TLoadReport();
+    report.m_path = path;
+    report.m_fileBytes = report.m_documentBytes = length;
+    const TLoadTimer timer(report.m_seconds);
+    TMofCompiler compiler(std::move(ns), report);
+    compiler.Compile(text, length, path);
+}
+
 // XML cannot start with a comment of MOF's kinds, so text that does is MOF even where the
 // comment runs past what was read; an XML declaration or element starts with '<', after a
 // byte order mark where one is written.

@@ -22,6 +22,11 @@ public:
     static void PopulateFromMOFFile(boost::shared_ptr<ICIMNamespace> ns, std::string path,
                                     TLoadReport& report);
 
+    // The same for a document already read, such as standard input, of the length given and
+    // followed by a zero byte; the path names it and places what it includes.
+    static void PopulateFromMOFText(boost::shared_ptr<ICIMNamespace> ns, const char* text,
+                                    size_t length, const std::string& path, TLoadReport& report);
+
     // Whether a document is MOF rather than CIM-XML: its first character that is not blank is
     // not '<'. A comment starts with '/', so a MOF file that opens with one is told by that.
     static bool IsMof(const char* text, size_t length);

@@ -17,6 +17,7 @@ namespace {
 const std::string kExamples = XMLPARSER_EXAMPLES_DIR;
 const std::string kSchema = kExamples + "/schema.xml";
 const std::string kInstances = kExamples + "/instances.xml";
+const std::string kReviewedMof = std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof";
 
 std::string ReadText(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -85,16 +86,15 @@ TEST(CimxmlTool, WritesTheExamplesAsTheReviewedMof) {
     const TRun run = RunTool("--mof " + kSchema + " --instances " + kInstances);
     EXPECT_EQ(0, run.m_exitCode);
     EXPECT_EQ("", run.m_err);
-    EXPECT_EQ(ReadText(std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof"), run.m_out);
+    EXPECT_EQ(ReadText(kReviewedMof), run.m_out);
 }
 
 // MOF is told by its first character, anywhere a file is given, gzip or not; its errors carry
 // a column and the included file they are in.
 TEST(CimxmlTool, ReadsMofFilesWhereverAFileIsGiven) {
     TTempDir dir;
-    const std::string reviewed = std::string(XMLPARSER_TESTS_DIR) + "/tools/examples.mof";
     const TRun original = RunTool("--xml " + kSchema + " --instances " + kInstances);
-    const TRun fromMof = RunTool("--xml " + reviewed);
+    const TRun fromMof = RunTool("--xml " + kReviewedMof);
     EXPECT_EQ("", fromMof.m_err);
     EXPECT_EQ(original.m_out, fromMof.m_out);
     const std::string ext =
@@ -165,6 +165,11 @@ TEST(CimxmlTool, ExitsWithZeroOnlyWhenEverythingLoadedAndWasWrittenAndPrintsWhat
              "; } | $CIMXML --mof - | (exec 0<&-); "
              "exit ${PIPESTATUS[1]}",
          1, cannotWrite + "Broken pipe\n"},
+        // Standard input and pipes are read whole, then loaded as the MOF or CIM-XML they hold.
+        {"gzip -c " + kReviewedMof + " | $CIMXML --mof - | cmp - " + kReviewedMof, 0, ""},
+        {"$CIMXML " + kSchema + " --instances <(cat " + kReviewedMof + ")", 0, ""},
+        {"echo 'class X : Nowhere { };' | $CIMXML -", 1,
+         "<stdin>:1:11: error: unknown superclass Nowhere of class X\n"},
         {"$CIMXML --help", 0, "", "usage: cimxml*"},
         {"$CIMXML -h", 0, "", "usage: cimxml*"},
         {"$CIMXML --version", 0, "", "cimxml *"},

@@ -1,6 +1,7 @@
 // cimxml: loads CIM-XML files into in-memory namespaces and shows what they hold (a summary,
 // MOF, CIM-XML, the class tree, single classes) or what changed between two of them.
 #include "mof/MofLoader.h"
+#include "populator/DocumentReader.h"
 #include "populator/NamespacePopulator.h"
 #include "tools/cimxml/Description.h"
 #include "tools/cimxml/Json.h"
@@ -17,6 +18,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -411,19 +413,81 @@ struct TFileLoad {
     bool Clean() const { return m_readable && m_report.Complete() && m_report.CountErrors() == 0; }
 };
 
+void LoadXmlFile(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const std::string& path,
+                 bool instances, TLoadReport& report) {
+    if (instances) {
+        TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, path, report);
+    } else {
+        TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path, report);
+    }
+}
+
+// A temporary file that is removed with its holder.
+struct TTemporaryFile {
+    std::string m_path;
+    ~TTemporaryFile() {
+        if (!m_path.empty()) {
+            std::remove(m_path.c_str());
+        }
+    }
+};
+
+// A document read whole: MOF is compiled from the text, with includes taken from the current
+// folder; CIM-XML is loaded from a temporary copy.
+void LoadReadDocument(const boost::shared_ptr<ICIMNamespace>& cimNamespace,
+                      const TDocumentBuffer& document, bool instances, TLoadReport& report) {
+    const char* const text = document.m_bytes.get();
+    TTemporaryFile copy;
+    if (TMofLoader::IsMof(text, document.m_length)) {
+        TMofLoader::PopulateFromMOFText(cimNamespace, text, document.m_length, "", report);
+    } else {
+        std::string pattern = (std::filesystem::temp_directory_path() / "cimxml-XXXXXX").string();
+        const int descriptor = ::mkstemp(pattern.data());
+        copy.m_path = descriptor >= 0 ? pattern : "";
+        const bool written = descriptor >= 0 && ::write(descriptor, text, document.m_length) ==
+                                                    ssize_t(document.m_length);
+        if (descriptor < 0 || ::close(descriptor) != 0 || !written) {
+            report.m_failure = std::string("no temporary copy: ") + std::strerror(errno);
+            throw TQRNException(kQRNStatusFileError);
+        }
+        LoadXmlFile(cimNamespace, copy.m_path, instances, report);
+    }
+}
+
+// Standard input and pipes can be read only once, so they are read whole before what they hold
+// is known. A document cut for its size says so, whatever the load then says.
+void LoadWhole(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const std::string& path,
+               bool instances, TLoadReport& report) {
+    const TDocumentBuffer document = ReadReportedDocument(path, report);
+    const std::string cut = report.m_failure;
+    const auto sayCut = [&] {
+        if (!cut.empty()) {
+            report.m_failure = report.m_failure.empty() ? cut : cut + "; " + report.m_failure;
+        }
+    };
+    try {
+        LoadReadDocument(cimNamespace, document, instances, report);
+    } catch (const TQRNException&) {
+        sayCut();
+        throw;
+    }
+    sayCut();
+}
+
 // Loads one file, with its errors on standard error.
 TFileLoad LoadFile(const boost::shared_ptr<ICIMNamespace>& cimNamespace, const TInput& input) {
     const bool isStdin = input.m_path == "-";
-    const std::string path = isStdin ? kStdinPath : input.m_path;
     TFileLoad load;
     load.m_name = isStdin ? kStdinName : input.m_path;
+    std::error_code notRegular;
     try {
-        if (!isStdin && TMofLoader::IsMofFile(path)) {
-            TMofLoader::PopulateFromMOFFile(cimNamespace, path, load.m_report);
-        } else if (input.m_instances) {
-            TNamespacePopulator::PopulateFromRegXMLFile(cimNamespace, path, load.m_report);
+        if (isStdin || !std::filesystem::is_regular_file(input.m_path, notRegular)) {
+            LoadWhole(cimNamespace, isStdin ? kStdinPath : input.m_path, input.m_instances,
+                      load.m_report);
+        } else if (TMofLoader::IsMofFile(input.m_path)) {
+            TMofLoader::PopulateFromMOFFile(cimNamespace, input.m_path, load.m_report);
         } else {
-            TNamespacePopulator::PopulateFromXMLFile(cimNamespace, path, load.m_report);
+            LoadXmlFile(cimNamespace, input.m_path, input.m_instances, load.m_report);
         }
     } catch (const TQRNException&) {
         if (load.m_report.m_status != kQRNStatusParseError) {
