@@ -120,24 +120,6 @@ std::string Describe(const TMofToken& token) {
     }
 }
 
-// The path that names an instance: its class and its key values.
-std::string InstancePath(ICIMInstance& instance) {
-    const boost::shared_ptr<ICIMClass> cimClass = instance.GetClass(TCIMOptions());
-    std::vector<boost::shared_ptr<ICIMPropertyDecl>> declarations;
-    cimClass->EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(declarations),
-                                TCIMOptions());
-    TCIMReference path;
-    path.SetClassName(cimClass->GetName(TCIMOptions()));
-    for (const boost::shared_ptr<ICIMPropertyDecl>& declaration : declarations) {
-        if (NCimXml::IsKeyProperty(*declaration)) {
-            const std::string& name = declaration->GetName(TCIMOptions());
-            path.AddKeyValue(name,
-                             instance.GetProperty(name, TCIMOptions())->GetValue(TCIMOptions()));
-        }
-    }
-    return path.ToString();
-}
-
 // One spelling for each file, so that an include cycle shows; the path as given where the system
 // cannot tell.
 std::string Canonical(const std::string& path) {
@@ -772,7 +754,7 @@ void TMofCompiler::CommitInstance(const boost::shared_ptr<ICIMInstance>& instanc
     }
     // As a class defined again, a second instance of the same name is only counted; its alias
     // names the instance that stands.
-    const std::string path = InstancePath(*instance);
+    const std::string path = NCimXml::InstancePathText(*instance);
     if (added) {
         ++m_report.m_tally.m_instances;
     } else {

@@ -106,17 +106,13 @@ void TCIMXMLParser::TStateInstanceName::AddUnnamedKey(TCIMXMLParser& parser) {
     if (!m_class) {
         parser.FatalError(kNoClassForKey + m_className);
     }
-    std::vector<boost::shared_ptr<ICIMPropertyDecl>> declarations;
-    m_class->EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(declarations), TCIMOptions());
-    for (const boost::shared_ptr<ICIMPropertyDecl>& declaration : declarations) {
-        if (IsKeyProperty(*declaration)) {
-            m_reference->AddKeyValue(
-                declaration->GetName(TCIMOptions()),
-                parser.ParseValue(declaration->GetType(TCIMOptions()), m_keyValueText));
-            return;
-        }
+    const std::vector<boost::shared_ptr<ICIMPropertyDecl>> keys = KeyPropertyDecls(*m_class);
+    if (keys.empty()) {
+        parser.FatalError(NoKeyProperties(m_className));
     }
-    parser.FatalError(NoKeyProperties(m_className));
+    m_reference->AddKeyValue(
+        keys.front()->GetName(TCIMOptions()),
+        parser.ParseValue(keys.front()->GetType(TCIMOptions()), m_keyValueText));
 }
 
 // KEYBINDING: (KEYVALUE | VALUE.REFERENCE)*

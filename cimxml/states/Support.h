@@ -8,6 +8,9 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <string>
+#include <vector>
+
 namespace NQRN20 {
 namespace NCimXml {
 
@@ -21,7 +24,8 @@ constexpr uint32_t kLookupLogLevel = 3;
 // The qualifier that makes a property part of an instance's name.
 constexpr char kKeyQualifier[] = "KEY";
 
-// A key property's KEY qualifier, its own or inherited, is present and true.
+// A key property's KEY qualifier, its own or inherited, is present and true. One lookup, for a
+// property named as a key; it throws inside when the qualifier is missing.
 inline bool IsKeyProperty(ICIMPropertyDecl& declaration) {
     try {
         const TCIMValue& key =
@@ -30,6 +34,43 @@ inline bool IsKeyProperty(ICIMPropertyDecl& declaration) {
     } catch (const TQRNException&) {
         return false;
     }
+}
+
+// The class's key properties, in its order. Their qualifiers are looked through rather than
+// looked up: most properties are not keys, and each lookup that misses throws, which made naming
+// every instance of a MOF file cost five times its compile.
+inline std::vector<boost::shared_ptr<ICIMPropertyDecl>> KeyPropertyDecls(ICIMClass& cimClass) {
+    std::vector<boost::shared_ptr<ICIMPropertyDecl>> keys;
+    cimClass.EnumPropertyDecls(
+        [&keys](const boost::shared_ptr<ICIMPropertyDecl>& declaration) {
+            declaration->EnumQualifiers(
+                [&](const boost::shared_ptr<ICIMQualifier>& qualifier) {
+                    if (!EqualNoCase(qualifier->GetName(TCIMOptions()), kKeyQualifier)) {
+                        return true;
+                    }
+                    const TCIMValue& value = qualifier->GetValue(TCIMOptions());
+                    if (!value.IsNull() && static_cast<bool>(value)) {
+                        keys.push_back(declaration);
+                    }
+                    return false;
+                },
+                TCIMOptions());
+            return true;
+        },
+        TCIMOptions());
+    return keys;
+}
+
+// The path that names an instance, as text: its class and its key values.
+inline std::string InstancePathText(ICIMInstance& instance) {
+    const boost::shared_ptr<ICIMClass> cimClass = instance.GetClass(TCIMOptions());
+    TCIMReference path;
+    path.SetClassName(cimClass->GetName(TCIMOptions()));
+    for (const boost::shared_ptr<ICIMPropertyDecl>& declaration : KeyPropertyDecls(*cimClass)) {
+        const std::string& key = declaration->GetName(TCIMOptions());
+        path.AddKeyValue(key, instance.GetProperty(key, TCIMOptions())->GetValue(TCIMOptions()));
+    }
+    return path.ToString();
 }
 
 // Every two-part path has the same content model: its first part, then its second, then

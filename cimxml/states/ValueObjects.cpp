@@ -17,24 +17,6 @@ namespace {
 const char kObjectNotCreated[] =
     "CIM element holds no object: its class or instance was not created";
 
-// The path that names an instance: its class and its key values.
-std::string InstanceName(ICIMInstance& instance) {
-    const boost::shared_ptr<ICIMClass> cimClass = instance.GetClass(TCIMOptions());
-    std::vector<boost::shared_ptr<ICIMPropertyDecl>> declarations;
-    cimClass->EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(declarations),
-                                TCIMOptions());
-    TCIMReference name;
-    name.SetClassName(cimClass->GetName(TCIMOptions()));
-    for (const boost::shared_ptr<ICIMPropertyDecl>& declaration : declarations) {
-        if (IsKeyProperty(*declaration)) {
-            const std::string& key = declaration->GetName(TCIMOptions());
-            name.AddKeyValue(key,
-                             instance.GetProperty(key, TCIMOptions())->GetValue(TCIMOptions()));
-        }
-    }
-    return name.ToString();
-}
-
 } // namespace
 
 bool TCIMXMLParser::TWrappedObject::IsObject(const std::string& name) {
@@ -84,7 +66,7 @@ void TCIMXMLParser::TWrappedObject::Commit(TCIMXMLParser& parser, ECollect colle
         m_instance->Commit(TCIMOptions());
     } catch (const TQRNException& error) {
         if (error.GetStatus() == kQRNStatusAlreadyExists) {
-            parser.m_tally.m_duplicateInstances.push_back(InstanceName(*m_instance));
+            parser.m_tally.m_duplicateInstances.push_back(InstancePathText(*m_instance));
         }
         throw;
     }
