@@ -166,6 +166,29 @@ TJson QualifierDecl(ICIMQualifierDecl& declaration) {
     return description;
 }
 
+// The properties or methods of a class by name: those it states itself, or with inherited
+// every one, each inherited member naming in "class_origin" the class that states it.
+template <class TDecl, class TOwn, class TEnum, class TOverridden, class TDescribe>
+TJson Members(ICIMClass& cimClass, bool inherited, TOwn ownDecls, TEnum enumerate,
+              TOverridden overriddenDecl, TDescribe describe) {
+    const std::vector<boost::shared_ptr<TDecl>> own = ownDecls(cimClass);
+    std::vector<boost::shared_ptr<TDecl>> all;
+    if (inherited) {
+        (cimClass.*enumerate)(TAddToVectorCallback<TDecl>(all), TCIMOptions());
+    }
+    TJson members = TJson::Object();
+    for (const auto& declaration : inherited ? all : own) {
+        const std::string& name = declaration->GetName(TCIMOptions());
+        const auto overridden = inherited ? nullptr : overriddenDecl(cimClass, name);
+        TJson& member = members.Set(
+            name, describe(*declaration, OwnQualifiers(*declaration, overridden.get())));
+        if (inherited && !Contains(own, declaration)) {
+            member.Set("class_origin", Origin(cimClass, declaration));
+        }
+    }
+    return members;
+}
+
 TJson Class(ICIMClass& cimClass, bool inherited) {
     const boost::shared_ptr<ICIMClass> superClass = cimClass.GetSuperClass(TCIMOptions());
     TJson description = TJson::Object();
@@ -175,35 +198,18 @@ TJson Class(ICIMClass& cimClass, bool inherited) {
     }
     SetIfAny(description, "qualifiers",
              Qualifiers(OwnQualifiers(cimClass, inherited ? nullptr : superClass.get())));
-    TJson properties = TJson::Object();
-    const TPropertyDecls own = OwnPropertyDecls(cimClass);
-    TPropertyDecls all;
-    cimClass.EnumPropertyDecls(TAddToVectorCallback<ICIMPropertyDecl>(all), TCIMOptions());
-    for (const auto& declaration : inherited ? all : own) {
-        const std::string& name = declaration->GetName(TCIMOptions());
-        const auto overridden = OverriddenPropertyDecl(cimClass, name);
-        TJson& property = properties.Set(
-            name, Property(*declaration,
-                           OwnQualifiers(*declaration, inherited ? nullptr : overridden.get())));
-        if (!Contains(own, declaration)) {
-            property.Set("class_origin", Origin(cimClass, declaration));
-        }
-    }
-    SetIfAny(description, "properties", std::move(properties));
-    TJson methods = TJson::Object();
-    const TMethodDecls ownMethods = OwnMethodDecls(cimClass);
-    TMethodDecls allMethods;
-    cimClass.EnumMethodDecls(TAddToVectorCallback<ICIMMethodDecl>(allMethods), TCIMOptions());
-    for (const auto& method : inherited ? allMethods : ownMethods) {
-        const std::string& name = method->GetName(TCIMOptions());
-        const auto overridden = OverriddenMethodDecl(cimClass, name);
-        TJson& described = methods.Set(
-            name, Method(*method, OwnQualifiers(*method, inherited ? nullptr : overridden.get())));
-        if (!Contains(ownMethods, method)) {
-            described.Set("class_origin", Origin(cimClass, method));
-        }
-    }
-    SetIfAny(description, "methods", std::move(methods));
+    SetIfAny(description, "properties",
+             Members<ICIMPropertyDecl>(cimClass, inherited, OwnPropertyDecls,
+                                       &ICIMClass::EnumPropertyDecls, OverriddenPropertyDecl,
+                                       [](ICIMPropertyDecl& decl, const TQualifiers& qualifiers) {
+                                           return Property(decl, qualifiers);
+                                       }));
+    SetIfAny(description, "methods",
+             Members<ICIMMethodDecl>(cimClass, inherited, OwnMethodDecls,
+                                     &ICIMClass::EnumMethodDecls, OverriddenMethodDecl,
+                                     [](ICIMMethodDecl& decl, const TQualifiers& qualifiers) {
+                                         return Method(decl, qualifiers);
+                                     }));
     return description;
 }
 
