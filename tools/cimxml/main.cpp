@@ -12,6 +12,8 @@
 #include "tools/cimxml/XmlWriter.h"
 
 #include <getopt.h>
+#include <malloc.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <cctype>
@@ -298,6 +300,34 @@ int ParseOptions(int argc, char** argv, TOptions& options) {
 
 std::string Counted(size_t count, const char* singular, const char* plural) {
     return std::to_string(count) + " " + (count == 1 ? singular : plural);
+}
+
+// Most of a load's time in a fresh process goes to faulting in, one 4 KiB page at a time, the
+// memory that the namespace's objects take. Growing the heap once by a block that the system may
+// back with huge pages turns some 512 of those faults into one. Nothing is asked where the heap
+// does not grow by moving the program break (another allocator, a sanitizer, valgrind).
+void ReserveHugePageHeap() {
+#ifdef MADV_HUGEPAGE
+    const size_t kHugePage = size_t(2) << 20;
+    const size_t kReserve = size_t(64) << 20;
+    // Kept, so that the heap also keeps that much when memory is freed at its top.
+    mallopt(M_TOP_PAD, int(kReserve));
+    const uintptr_t before = reinterpret_cast<uintptr_t>(sbrk(0));
+    // Below the size that malloc maps on its own: it grows the heap to serve this.
+    std::vector<void*> blocks;
+    for (int i = 0; i < 4 && reinterpret_cast<uintptr_t>(sbrk(0)) == before; ++i) {
+        blocks.push_back(malloc(64 << 10));
+    }
+    const uintptr_t after = reinterpret_cast<uintptr_t>(sbrk(0));
+    for (void* block : blocks) {
+        free(block);
+    }
+    const uintptr_t begin = (before + kHugePage - 1) & ~(kHugePage - 1);
+    const uintptr_t end = after & ~(kHugePage - 1);
+    if (after - before >= kReserve && begin < end) {
+        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+    }
+#endif
 }
 
 // A namespace that lives until the process ends: the exit hands its memory back at once, where
@@ -688,6 +718,7 @@ int main(int argc, char** argv) {
     if (usage >= 0) {
         return usage;
     }
+    ReserveHugePageHeap();
     TQuietLogger quiet;
     TRootObject::SetCoreLogger(&quiet);
     int status = 0;
