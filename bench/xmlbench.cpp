@@ -13,6 +13,7 @@
 
 #include <fcntl.h>
 #include <malloc.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -257,17 +258,22 @@ double SpawnCimxml(const std::vector<TDocument>& documents) {
         arguments.push_back(document.m_path.string());
     }
     std::vector<char*> argv = ArgumentVector(arguments);
+    // Spawned rather than forked: a fork would first copy the page tables of this process, which
+    // holds every document and namespace of the run, and the tool would be charged for that.
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
     const auto start = std::chrono::steady_clock::now();
-    const pid_t child = fork();
-    if (child == 0) {
-        const int null = open("/dev/null", O_WRONLY);
-        dup2(null, STDOUT_FILENO);
-        dup2(null, STDERR_FILENO);
-        execv(XMLPARSER_CIMXML_TOOL, argv.data());
-        _exit(127);
-    }
+    pid_t child = 0;
+    const int spawned =
+        posix_spawn(&child, XMLPARSER_CIMXML_TOOL, &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
     int status = 0;
-    waitpid(child, &status, 0);
+    if (spawned != 0 || waitpid(child, &status, 0) != child) {
+        std::fprintf(stderr, "xmlbench: cannot run cimxml\n");
+        return 0;
+    }
     const double seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
@@ -443,20 +449,20 @@ std::vector<TCheck> Targets(const std::vector<TResult>& results,
         AddRatio(checks, name + ": tokenizer / expat", RatioOf(results, name, kTokenizer, kExpat),
                  2.5, true);
         AddRatio(checks, name + ": parse into namespace / expat",
-                 RatioOf(results, name, kParse, kExpat), 1.0, true);
+                 RatioOf(results, name, kParse, kExpat), 2.0, true);
         // In times per byte: the .gz load against inflating plus the plain load.
         const double gzread = Find(results, name, kGzread);
         const double load = Find(results, name, kLoad);
         const double gzipLoad = Find(results, name, kLoadGzip);
-        if (document.m_schema && gzread > 0 && load > 0 && gzipLoad > 0) {
+        if (gzread > 0 && load > 0 && gzipLoad > 0) {
             AddRatio(checks, name + ".gz load time / (gzread + plain load)",
-                     (1 / gzipLoad) / (1 / gzread + 1 / load), 1.1, false);
+                     (1 / gzipLoad) / (1 / gzread + 1 / load), 1.05, false);
         }
     }
     if (oneShot.m_peakKib > 0) {
         checks.push_back({"peak resident MB of one whole load (fresh process)",
-                          double(oneShot.m_peakKib) * 1024 / 1e6,
-                          2.5 * double(plainBytes) / 1e6 + 20, false});
+                          double(oneShot.m_peakKib) * 1024 / 1e6, 2 * double(plainBytes) / 1e6 + 10,
+                          false});
     }
     return checks;
 }
@@ -590,6 +596,7 @@ int main(int argc, char** argv) {
     }
     std::printf("\ntargets:\n");
     std::vector<TCheck> checks = Targets(results, documents, oneShot);
+    AddRatio(checks, "one-shot cimxml of all documents, MB/s", fresh.m_cimxmlMbps, 250, true);
     AddGrowthChecks(growth, checks);
     PrintChecks(checks);
     if (!options.m_json.empty()) {
