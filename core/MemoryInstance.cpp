@@ -115,6 +115,9 @@ void TMemoryInstance::Commit(TCIMOptions) {
     if (m_committed) {
         throw TQRNException(kQRNStatusAlreadyExists);
     }
+    // Room was made for every property of the class, and instances set a few: what stays in the
+    // namespace keeps only what it holds. A failed shrink keeps the room.
+    m_values.shrink_to_fit();
     LockOwner(m_owner)->CommitInstance(shared_from_this(), KeyHash());
 }
 

@@ -432,7 +432,8 @@ public:
         return *m_class->Properties().All()[index];
     }
     // The value set last, else the declared default. The reference is good until the next
-    // SetPropertyValue, which may replace or move it; a committed instance no longer changes.
+    // SetPropertyValue or Commit, which may replace or move it; a committed instance no longer
+    // changes.
     const TCIMValue& Value(size_t index) const {
         const uint32_t value = m_slots[index].m_value;
         return value == 0 ? Declaration(index).Value() : m_values[value - 1];
