@@ -35,7 +35,7 @@ class TValueAccess {
 public:
     // Only for a non-null scalar reference.
     static const TCIMReference& Reference(const TCIMValue& value) {
-        return *std::get<std::shared_ptr<const TCIMReference>>(value.m_scalar);
+        return *std::get<TCIMValue::TReferenceContent>(value.m_content).m_reference;
     }
 };
 

@@ -98,7 +98,7 @@ TCIMValue::TCIMValue(TCIMType type, const std::string& text,
 TCIMValue::TCIMValue(TCIMType type, uint32_t count) : m_type(type), m_count(count) {}
 
 TCIMValue::TCIMValue(const TCIMDateTime& dateTime)
-    : m_type(kCIMTypeDateTime), m_null(false), m_scalar(dateTime) {}
+    : m_type(kCIMTypeDateTime), m_null(false), m_content(dateTime) {}
 
 void TCIMValue::Set(TCIMType type, uint32_t count, const std::vector<TCIMValue>& elements) {
     Set(type, count, std::vector<TCIMValue>(elements));
@@ -119,13 +119,14 @@ void TCIMValue::Set(TCIMType type, uint32_t count, std::vector<TCIMValue>&& elem
     m_type = type.GetArrayType();
     m_null = false;
     m_count = count;
-    m_elements = std::make_shared<const std::vector<TCIMValue>>(std::move(elements));
+    m_content =
+        TArrayContent{std::make_shared<const std::vector<TCIMValue>>(std::move(elements)), {}};
 }
 
 void TCIMValue::ResetNull(TCIMType type) {
     m_type = type;
     m_count = 0;
-    m_referencedClass.reset();
+    m_content = TContent();
 }
 
 void TCIMValue::Set(const TCIMReference& reference) {
@@ -136,28 +137,57 @@ void TCIMValue::Set(TCIMReference&& reference) {
     *this = TCIMValue();
     m_type = kCIMTypeReference;
     m_null = false;
-    m_scalar = std::make_shared<const TCIMReference>(std::move(reference));
+    m_content = TReferenceContent{std::make_shared<const TCIMReference>(std::move(reference)), {}};
 }
 
 void TCIMValue::SetReferencedClass(const boost::shared_ptr<ICIMClass>& referencedClass) {
     if (m_type.GetElementType() != kCIMTypeReference) {
         Mismatch();
     }
-    m_referencedClass = referencedClass;
+    if (IsArray()) {
+        if (!std::holds_alternative<TArrayContent>(m_content)) {
+            m_content = TArrayContent();
+        }
+        std::get<TArrayContent>(m_content).m_class = referencedClass;
+    } else {
+        if (!std::holds_alternative<TReferenceContent>(m_content)) {
+            m_content = TReferenceContent();
+        }
+        std::get<TReferenceContent>(m_content).m_class = referencedClass;
+    }
+}
+
+boost::shared_ptr<ICIMClass> TCIMValue::GetReferencedClass() const {
+    if (const TReferenceContent* reference = std::get_if<TReferenceContent>(&m_content)) {
+        return reference->m_class.lock();
+    }
+    if (const TArrayContent* array = std::get_if<TArrayContent>(&m_content)) {
+        return array->m_class.lock();
+    }
+    return boost::shared_ptr<ICIMClass>();
+}
+
+// The referenced class is not compared, and only non-null values hold what is.
+bool TCIMValue::TReferenceContent::operator==(const TReferenceContent& other) const {
+    return *m_reference == *other.m_reference;
+}
+
+bool TCIMValue::TArrayContent::operator==(const TArrayContent& other) const {
+    return *m_elements == *other.m_elements;
 }
 
 TCIMValue::operator bool() const {
     if (m_null) {
         return false;
     }
-    return m_type == kCIMTypeBoolean ? std::get<bool>(m_scalar) : true;
+    return m_type == kCIMTypeBoolean ? std::get<bool>(m_content) : true;
 }
 
 TCIMValue::operator TCIMReference() const {
     if (m_type != kCIMTypeReference) {
         Mismatch();
     }
-    return m_null ? TCIMReference() : *std::get<std::shared_ptr<const TCIMReference>>(m_scalar);
+    return m_null ? TCIMReference() : *std::get<TReferenceContent>(m_content).m_reference;
 }
 
 TCIMValue& TCIMValue::operator=(const TCIMValue& other) {
@@ -171,17 +201,7 @@ bool TCIMValue::operator==(const TCIMValue& other) const {
     if (m_type != other.m_type || m_null != other.m_null || m_count != other.m_count) {
         return false;
     }
-    if (m_null) {
-        return true;
-    }
-    if (IsArray()) {
-        return GetElements() == other.GetElements();
-    }
-    if (m_type == kCIMTypeReference) {
-        return *std::get<std::shared_ptr<const TCIMReference>>(m_scalar) ==
-               *std::get<std::shared_ptr<const TCIMReference>>(other.m_scalar);
-    }
-    return m_scalar == other.m_scalar;
+    return m_null || m_content == other.m_content;
 }
 
 std::string TCIMValue::ToString() const {
@@ -203,7 +223,8 @@ std::string TCIMValue::ToString() const {
 
 const std::vector<TCIMValue>& TCIMValue::GetElements() const {
     static const std::vector<TCIMValue> kNoElements;
-    return m_elements ? *m_elements : kNoElements;
+    const TArrayContent* array = std::get_if<TArrayContent>(&m_content);
+    return array != nullptr && array->m_elements ? *array->m_elements : kNoElements;
 }
 
 template <class T>
@@ -211,7 +232,7 @@ const T& TCIMValue::Scalar(bool accepted) const {
     if (!accepted || m_null || IsArray()) {
         Mismatch();
     }
-    return std::get<T>(m_scalar);
+    return std::get<T>(m_content);
 }
 
 bool TCIMValue::GetBoolean() const {

@@ -116,7 +116,7 @@ public:
     bool operator!=(const TCIMValue& other) const { return !(*this == other); }
     uint32_t GetCount() const { return m_count; }
     const std::vector<TCIMValue>& GetElements() const;
-    boost::shared_ptr<ICIMClass> GetReferencedClass() const { return m_referencedClass.lock(); }
+    boost::shared_ptr<ICIMClass> GetReferencedClass() const;
     // The text as CIM-XML writes it; array elements joined with ", "; empty for null.
     std::string ToString() const;
 
@@ -130,10 +130,25 @@ public:
 
 private:
     friend class TValueAccess;
-    using TScalar = std::variant<std::monostate, bool, uint64_t, int64_t, double, std::string,
-                                 TCIMDateTime, std::shared_ptr<const TCIMReference>>;
+    // A reference, or the elements of an array, shared once made, so that copying the value
+    // copies neither; each beside the class its references point to, which only reference values
+    // record, held weakly. A null value may hold the class alone.
+    struct TReferenceContent {
+        std::shared_ptr<const TCIMReference> m_reference;
+        boost::weak_ptr<ICIMClass> m_class;
+        bool operator==(const TReferenceContent& other) const;
+    };
+    struct TArrayContent {
+        std::shared_ptr<const std::vector<TCIMValue>> m_elements;
+        boost::weak_ptr<ICIMClass> m_class;
+        bool operator==(const TArrayContent& other) const;
+    };
+    // One field for scalars, arrays and references keeps every value, of which a schema holds
+    // hundreds of thousands, at 56 bytes.
+    using TContent = std::variant<std::monostate, bool, uint64_t, int64_t, double, std::string,
+                                  TCIMDateTime, TReferenceContent, TArrayContent>;
 
-    // Null values hold no scalar and no elements: only the type and the count change.
+    // Null values hold no content: only the type and the count change.
     void ResetNull(TCIMType type);
     void AssignText(ECIMType type, const std::string& text,
                     const boost::shared_ptr<ICIMNamespace>& cimNamespace);
@@ -144,20 +159,17 @@ private:
     TCIMType m_type;
     bool m_null = true;
     uint32_t m_count = 0;
-    TScalar m_scalar;
-    // Shared once made, so that copying an array value copies no element; empty for a scalar.
-    std::shared_ptr<const std::vector<TCIMValue>> m_elements;
-    boost::weak_ptr<ICIMClass> m_referencedClass;
+    TContent m_content;
 };
 
 // Only a string's copy allocates: it is built over a whole scalar, so that a copy that runs out
 // of memory unwinds from a scalar it can destroy. Inline, since values are copied often.
 inline TCIMValue::TCIMValue(const TCIMValue& other)
     : m_type(other.m_type), m_null(other.m_null), m_count(other.m_count),
-      m_scalar(std::holds_alternative<std::string>(other.m_scalar) ? TScalar() : other.m_scalar),
-      m_elements(other.m_elements), m_referencedClass(other.m_referencedClass) {
-    if (const std::string* text = std::get_if<std::string>(&other.m_scalar)) {
-        m_scalar.emplace<std::string>(*text);
+      m_content(std::holds_alternative<std::string>(other.m_content) ? TContent()
+                                                                     : other.m_content) {
+    if (const std::string* text = std::get_if<std::string>(&other.m_content)) {
+        m_content.emplace<std::string>(*text);
     }
 }
 

@@ -226,39 +226,40 @@ void TCIMValue::AssignText(ECIMType type, const std::string& text,
     const auto trimmed = [&text] { return TrimXmlSpace(text); };
     switch (type) {
     case kCIMTypeBoolean:
-        m_scalar = ParseBoolean(trimmed());
+        m_content = ParseBoolean(trimmed());
         break;
     case kCIMTypeString:
         // In place: assigning would copy the text into a temporary first.
-        m_scalar.emplace<std::string>(text);
+        m_content.emplace<std::string>(text);
         break;
     case kCIMTypeChar16:
-        m_scalar = ParseChar16(text);
+        m_content = ParseChar16(text);
         break;
     case kCIMTypeUint8:
     case kCIMTypeUint16:
     case kCIMTypeUint32:
     case kCIMTypeUint64:
-        m_scalar = ParseUnsigned(trimmed(), RangeOf(type));
+        m_content = ParseUnsigned(trimmed(), RangeOf(type));
         break;
     case kCIMTypeSint8:
     case kCIMTypeSint16:
     case kCIMTypeSint32:
     case kCIMTypeSint64:
-        m_scalar = ParseSigned(trimmed(), RangeOf(type));
+        m_content = ParseSigned(trimmed(), RangeOf(type));
         break;
     case kCIMTypeReal32:
-        m_scalar = static_cast<double>(ParseReal<float>(trimmed()));
+        m_content = static_cast<double>(ParseReal<float>(trimmed()));
         break;
     case kCIMTypeReal64:
-        m_scalar = ParseReal<double>(trimmed());
+        m_content = ParseReal<double>(trimmed());
         break;
     case kCIMTypeDateTime:
-        m_scalar = TCIMDateTime(trimmed());
+        m_content = TCIMDateTime(trimmed());
         break;
     case kCIMTypeReference:
-        m_scalar =
-            std::make_shared<const TCIMReference>(TCIMReference::FromPath(trimmed(), cimNamespace));
+        m_content = TReferenceContent{
+            std::make_shared<const TCIMReference>(TCIMReference::FromPath(trimmed(), cimNamespace)),
+            {}};
         break;
     default:
         throw TQRNException(kQRNStatusInvalidType);
@@ -270,29 +271,29 @@ void TCIMValue::AssignText(ECIMType type, const std::string& text,
 std::string TCIMValue::ScalarToString() const {
     switch (m_type) {
     case kCIMTypeBoolean:
-        return std::get<bool>(m_scalar) ? "true" : "false";
+        return std::get<bool>(m_content) ? "true" : "false";
     case kCIMTypeString:
-        return std::get<std::string>(m_scalar);
+        return std::get<std::string>(m_content);
     case kCIMTypeChar16:
-        return Char16ToText(std::get<uint64_t>(m_scalar));
+        return Char16ToText(std::get<uint64_t>(m_content));
     case kCIMTypeUint8:
     case kCIMTypeUint16:
     case kCIMTypeUint32:
     case kCIMTypeUint64:
-        return IntegerToText(std::get<uint64_t>(m_scalar));
+        return IntegerToText(std::get<uint64_t>(m_content));
     case kCIMTypeSint8:
     case kCIMTypeSint16:
     case kCIMTypeSint32:
     case kCIMTypeSint64:
-        return IntegerToText(std::get<int64_t>(m_scalar));
+        return IntegerToText(std::get<int64_t>(m_content));
     case kCIMTypeReal32:
-        return RealToText(static_cast<float>(std::get<double>(m_scalar)));
+        return RealToText(static_cast<float>(std::get<double>(m_content)));
     case kCIMTypeReal64:
-        return RealToText(std::get<double>(m_scalar));
+        return RealToText(std::get<double>(m_content));
     case kCIMTypeDateTime:
-        return std::get<TCIMDateTime>(m_scalar).ToString();
+        return std::get<TCIMDateTime>(m_content).ToString();
     case kCIMTypeReference:
-        return std::get<std::shared_ptr<const TCIMReference>>(m_scalar)->ToString();
+        return std::get<TReferenceContent>(m_content).m_reference->ToString();
     default:
         return std::string();
     }
