@@ -95,9 +95,17 @@ TAttributeMap::size_type TAttributeMap::erase(const std::string& name) {
 bool TAttributeMap::Insert(const char* name, const char* nameEnd, const char* value,
                            const char* valueEnd) {
     const size_type length = size_type(nameEnd - name);
-    const size_type rank = LowerBound(name, length);
-    if (IsAt(rank, name, length)) {
-        return false;
+    // A tag has a few attributes: walking back from the last in name order places a name in as
+    // many comparisons as a binary search would take, without its overhead.
+    size_type rank = m_order.size();
+    for (; rank > 0; --rank) {
+        const int order = Compare(m_entries[m_order[rank - 1]].first, name, length);
+        if (order == 0) {
+            return false;
+        }
+        if (order < 0) {
+            break;
+        }
     }
     value_type& entry = Add(rank);
     // Tags of one kind come in runs and spell their attributes in one order, so the entry mostly
@@ -128,8 +136,7 @@ TAttributeMap::value_type& TAttributeMap::Add(size_type rank) {
     if (position == m_entries.size()) {
         m_entries.emplace_back();
     }
-    m_order.push_back(position);
-    std::rotate(m_order.begin() + std::ptrdiff_t(rank), m_order.end() - 1, m_order.end());
+    m_order.insert(m_order.begin() + std::ptrdiff_t(rank), position);
     return m_entries[position];
 }
 
