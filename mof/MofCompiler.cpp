@@ -5,7 +5,9 @@
 #include "core/Text.h"
 #include "populator/DocumentReader.h"
 
+#include <cstring>
 #include <filesystem>
+#include <string_view>
 
 namespace NQRN20 {
 
@@ -29,16 +31,22 @@ const char kEmbeddedInstanceQualifier[] = "EmbeddedInstance";
 // Real literals the core reads that MOF spells as words.
 const char* const kRealWords[] = {"INF", "NaN"};
 
+// Whether the text is the keyword, in any letter case.
+bool IsWord(std::string_view text, const char* keyword) {
+    const size_t size = std::strlen(keyword);
+    return text.size() == size && EqualNoCase(text.data(), keyword, size);
+}
+
 // The kind of literal a word is, kNone for a word that is no value.
-TMofLiteral::EKind KeywordKind(const std::string& word) {
-    if (EqualNoCase(word, kTrue) || EqualNoCase(word, kFalse)) {
+TMofLiteral::EKind KeywordKind(std::string_view word) {
+    if (IsWord(word, kTrue) || IsWord(word, kFalse)) {
         return TMofLiteral::kBoolean;
     }
-    if (EqualNoCase(word, kNull)) {
+    if (IsWord(word, kNull)) {
         return TMofLiteral::kNull;
     }
     for (const char* real : kRealWords) {
-        if (EqualNoCase(word, real)) {
+        if (IsWord(word, real)) {
             return TMofLiteral::kReal;
         }
     }
@@ -112,11 +120,11 @@ std::string Describe(const TMofToken& token) {
     case TMofToken::kEnd:
         return "end of file";
     case TMofToken::kString:
-        return "string \"" + token.m_text + "\"";
+        return "string \"" + std::string(token.m_text) + "\"";
     case TMofToken::kAlias:
-        return "$" + token.m_text;
+        return "$" + std::string(token.m_text);
     default:
-        return "'" + token.m_text + "'";
+        return "'" + std::string(token.m_text) + "'";
     }
 }
 
@@ -207,7 +215,7 @@ bool TMofCompiler::StartsDeclaration(const TMofToken& token) {
         return false;
     }
     for (const char* keyword : {kClass, kInstance, kQualifier}) {
-        if (token.m_kind == TMofToken::kIdentifier && EqualNoCase(token.m_text, keyword)) {
+        if (token.m_kind == TMofToken::kIdentifier && IsWord(token.m_text, keyword)) {
             return true;
         }
     }
@@ -226,7 +234,7 @@ void TMofCompiler::Advance() {
 // What the parser expected is less use than why the text there is no token.
 void TMofCompiler::Fail(const std::string& text) const {
     const TMofToken& token = m_source->m_token;
-    FailAt(token, token.m_kind == TMofToken::kError ? token.m_text : text);
+    FailAt(token, token.m_kind == TMofToken::kError ? std::string(token.m_text) : text);
 }
 
 void TMofCompiler::FailAt(const TMofToken& at, const std::string& text) const {
@@ -268,7 +276,7 @@ bool TMofCompiler::Accept(char punct) {
 
 bool TMofCompiler::AcceptKeyword(const char* keyword) {
     const TMofToken& token = m_source->m_token;
-    if (token.m_kind != TMofToken::kIdentifier || !EqualNoCase(token.m_text, keyword)) {
+    if (token.m_kind != TMofToken::kIdentifier || !IsWord(token.m_text, keyword)) {
         return false;
     }
     Advance();
@@ -279,7 +287,7 @@ std::string TMofCompiler::ExpectIdentifier(const char* what) {
     if (m_source->m_token.m_kind != TMofToken::kIdentifier) {
         Fail(kExpected + std::string(what) + " but found " + Describe(m_source->m_token));
     }
-    std::string name = m_source->m_token.m_text;
+    std::string name(m_source->m_token.m_text);
     Advance();
     return name;
 }
@@ -297,13 +305,15 @@ void TMofCompiler::Pragma() {
     if (m_source->m_token.m_kind != TMofToken::kString) {
         Fail(kExpected + std::string("a string parameter of #pragma ") + name);
     }
-    const TMofToken parameter = m_source->m_token;
+    // The string may be the lexer's, which the tokens after it reuse.
+    const TMofToken parameterAt = m_source->m_token;
+    const std::string parameter(parameterAt.m_text);
     Advance();
     Expect(')');
     if (EqualNoCase(name, kInclude)) {
         // The directive is whole: a file it cannot include costs nothing after it.
         try {
-            Include(parameter);
+            Include(parameterAt, parameter);
         } catch (const TError& error) {
             LogError(error);
         }
@@ -314,8 +324,7 @@ void TMofCompiler::Pragma() {
 
 // The path is taken relative to the directory of the including file. A file that cannot be
 // read, one already being read and one nested too deep are errors of the include itself.
-void TMofCompiler::Include(const TMofToken& at) {
-    const std::string& name = at.m_text;
+void TMofCompiler::Include(const TMofToken& at, const std::string& name) {
     const std::filesystem::path base = std::filesystem::path(m_source->m_path).parent_path();
     const std::string path =
         std::filesystem::path(name).is_absolute() ? name : (base / name).string();
@@ -350,7 +359,7 @@ void TMofCompiler::QualifierDeclaration() {
     const TMofToken typeAt = m_source->m_token;
     const TCIMValue::TCIMType type = MofDataType(ExpectIdentifier("a data type"));
     if (type == kCIMTypeNone) {
-        FailAt(typeAt, kUnknownType + typeAt.m_text);
+        FailAt(typeAt, kUnknownType + std::string(typeAt.m_text));
     }
     const TCIMValue value = Default(type, true);
     Expect(',');
@@ -414,12 +423,13 @@ uint32_t TMofCompiler::Flavors(uint32_t flavor) {
 // The flavor with the keyword's bit set or cleared.
 uint32_t TMofCompiler::ApplyFlavor(uint32_t flavor, const TMofToken& keyword) const {
     for (const auto& kind : kFlavors) {
-        if (keyword.m_kind == TMofToken::kIdentifier && EqualNoCase(keyword.m_text, kind.m_name)) {
+        if (keyword.m_kind == TMofToken::kIdentifier && IsWord(keyword.m_text, kind.m_name)) {
             return kind.m_set ? flavor | kind.m_bit : flavor & ~kind.m_bit;
         }
     }
-    FailAt(keyword, keyword.m_kind == TMofToken::kIdentifier ? "unknown flavor " + keyword.m_text
-                    : keyword.m_kind == TMofToken::kError    ? keyword.m_text
+    const std::string text(keyword.m_text);
+    FailAt(keyword, keyword.m_kind == TMofToken::kIdentifier ? "unknown flavor " + text
+                    : keyword.m_kind == TMofToken::kError    ? text
                                                              : kExpected + std::string("a flavor"));
 }
 
@@ -626,7 +636,7 @@ void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimCl
     TCIMValue value = Default(type, type != kCIMTypeReference);
     Expect(';');
     if (type == kCIMTypeReference) {
-        value.SetReferencedClass(ReferencedClass(typeAt.m_text, typeAt, cimClass));
+        value.SetReferencedClass(ReferencedClass(std::string(typeAt.m_text), typeAt, cimClass));
     }
     const auto declaration = cimClass->CreatePropertyDecl(name, TCIMValue(), TCIMOptions());
     const EEmbeddedObject kind = TakeEmbeddedMarker(qualifiers);
@@ -701,7 +711,9 @@ uint32_t TMofCompiler::ArrayShape(bool& isArray) {
     const TMofToken at = m_source->m_token;
     uint64_t size = 0;
     try {
-        size = at.m_kind == TMofToken::kInteger ? std::stoull(MofIntegerToDecimal(at.m_text)) : 0;
+        size = at.m_kind == TMofToken::kInteger
+                   ? std::stoull(MofIntegerToDecimal(std::string(at.m_text)))
+                   : 0;
     } catch (const std::exception&) {
     }
     if (size == 0 || size > UINT32_MAX || at.m_text[0] == '-') {
@@ -813,7 +825,6 @@ TMofLiteral TMofCompiler::Initializer() {
 
 // constantValue: integerValue | realValue | charValue | stringValue+ | booleanValue
 //              | nullValue | aliasIdentifier
-// The token is consumed once it is known to be a value, so its text is taken, not copied.
 TMofLiteral TMofCompiler::Constant() {
     TMofToken& token = m_source->m_token;
     TMofLiteral literal;
@@ -822,7 +833,7 @@ TMofLiteral TMofCompiler::Constant() {
     if (literal.m_kind == TMofLiteral::kNone) {
         Fail(kExpected + std::string("a value but found ") + Describe(token));
     }
-    literal.m_text = std::move(token.m_text);
+    literal.m_text = token.m_text;
     Advance();
     while (literal.m_kind == TMofLiteral::kString && token.m_kind == TMofToken::kString) {
         literal.m_text += token.m_text;

@@ -82,7 +82,7 @@ private:
     std::string ExpectIdentifier(const char* what);
 
     void Pragma();
-    void Include(const TMofToken& at);
+    void Include(const TMofToken& at, const std::string& name);
     void QualifierDeclaration();
     void CommitQualifierDecl(const std::string& name, const TCIMValue& value, uint32_t scope,
                              uint32_t flavor);

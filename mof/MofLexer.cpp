@@ -1,7 +1,7 @@
 // TMofLexer: splits MOF text into tokens, with the line and column each starts at.
 #include "mof/MofLexer.h"
 
-#include <cctype>
+#include <array>
 #include <cstring>
 
 namespace NQRN20 {
@@ -18,13 +18,41 @@ const char kUnexpected[] = "unexpected character '";
 // A \x escape names one 16-bit character: at most four digits.
 const int kMaxHexDigits = 4;
 
-bool IsNameStart(char c) {
-    return std::isalpha(static_cast<unsigned char>(c)) || c == '_' ||
-           static_cast<unsigned char>(c) >= 0x80;
+// What each byte can be, as the C locale classes it; one look-up per byte.
+enum : uint8_t { kSpace = 1, kNameStart = 2, kDigit = 4, kHexLetter = 8 };
+
+constexpr std::array<uint8_t, 256> MakeClasses() {
+    std::array<uint8_t, 256> classes{};
+    for (const char c : {' ', '\t', '\n', '\v', '\f', '\r'}) {
+        classes[uint8_t(c)] = kSpace;
+    }
+    for (int c = 0; c < 26; ++c) {
+        classes['a' + c] = classes['A' + c] = c < 6 ? kNameStart | kHexLetter : kNameStart;
+    }
+    classes['_'] = kNameStart;
+    for (int c = '0'; c <= '9'; ++c) {
+        classes[c] = kDigit;
+    }
+    for (int c = 0x80; c < 0x100; ++c) {
+        classes[c] = kNameStart;
+    }
+    return classes;
+}
+
+constexpr std::array<uint8_t, 256> kClasses = MakeClasses();
+
+bool Has(char c, uint8_t classes) {
+    return (kClasses[static_cast<unsigned char>(c)] & classes) != 0;
 }
 
 bool IsNameChar(char c) {
-    return IsNameStart(c) || std::isdigit(static_cast<unsigned char>(c));
+    return Has(c, kNameStart | kDigit);
+}
+
+TMofToken Failed(TMofToken token, std::string_view why) {
+    token.m_kind = TMofToken::kError;
+    token.m_text = why;
+    return token;
 }
 
 // The UTF-8 bytes of a 16-bit code point.
@@ -68,10 +96,10 @@ void TMofLexer::Advance() {
     ++m_at;
 }
 
-// A comment left open is reported where it starts, through the token given.
-void TMofLexer::SkipBlankAndComments(TMofToken& error) {
+// False for a comment left open, which is reported where it starts, through the token given.
+bool TMofLexer::SkipBlankAndComments(TMofToken& error) {
     while (m_at < m_end) {
-        if (std::isspace(static_cast<unsigned char>(*m_at))) {
+        if (Has(*m_at, kSpace)) {
             Advance();
         } else if (m_at[0] == '/' && m_at[1] == '/') {
             while (m_at < m_end && *m_at != '\n') {
@@ -85,19 +113,19 @@ void TMofLexer::SkipBlankAndComments(TMofToken& error) {
             }
             if (m_at >= m_end) {
                 error.m_text = kUnclosedComment;
-                return;
+                return false;
             }
             m_at += 2;
         } else {
-            return;
+            break;
         }
     }
+    return true;
 }
 
 TMofToken TMofLexer::Next() {
     TMofToken error;
-    SkipBlankAndComments(error);
-    if (!error.m_text.empty()) {
+    if (!SkipBlankAndComments(error)) {
         return error;
     }
     if (m_at >= m_end) {
@@ -110,17 +138,19 @@ TMofToken TMofLexer::Next() {
     if (c == '$') {
         return Word(TMofToken::kAlias);
     }
-    if (IsNameStart(c)) {
+    if (Has(c, kNameStart)) {
         return Word(TMofToken::kIdentifier);
     }
-    if (std::isdigit(static_cast<unsigned char>(c)) || c == '+' || c == '-' || c == '.') {
+    if (Has(c, kDigit) || c == '+' || c == '-' || c == '.') {
         return Number();
     }
     TMofToken token = Start(TMofToken::kPunct);
-    token.m_text = std::string(1, c);
+    token.m_text = std::string_view(m_at, 1);
     if (c == 0 || std::strchr(kPunctuation, c) == nullptr) {
-        token.m_kind = TMofToken::kError;
-        token.m_text = kUnexpected + token.m_text + "'";
+        m_buffer.assign(kUnexpected);
+        m_buffer += c;
+        m_buffer += '\'';
+        token = Failed(token, m_buffer);
     }
     ++m_at;
     return token;
@@ -133,7 +163,7 @@ TMofToken TMofLexer::Word(TMofToken::EKind kind) {
     while (m_at < m_end && IsNameChar(*m_at)) {
         ++m_at;
     }
-    token.m_text.assign(from, m_at);
+    token.m_text = std::string_view(from, size_t(m_at - from));
     return token;
 }
 
@@ -155,66 +185,76 @@ TMofToken TMofLexer::Number() {
             ++m_at;
         }
     }
-    token.m_text.assign(from, m_at);
+    token.m_text = std::string_view(from, size_t(m_at - from));
     return token;
 }
 
+// A string without escapes is the document's own text; one with them is resolved into the
+// buffer, from its first backslash on.
 TMofToken TMofLexer::Quoted(char quote) {
     TMofToken token = Start(quote == '"' ? TMofToken::kString : TMofToken::kChar);
     ++m_at;
-    std::string why;
-    while (m_at < m_end && *m_at != quote && *m_at != '\n') {
-        // The plain run up to the next quote, backslash or line end goes in at once.
-        const char* from = m_at;
-        while (m_at < m_end && *m_at != quote && *m_at != '\\' && *m_at != '\n') {
-            ++m_at;
+    const char* from = m_at;
+    while (m_at < m_end && *m_at != quote && *m_at != '\\' && *m_at != '\n') {
+        ++m_at;
+    }
+    token.m_text = std::string_view(from, size_t(m_at - from));
+    if (m_at < m_end && *m_at == '\\') {
+        m_buffer.assign(from, m_at);
+        while (m_at < m_end && *m_at != quote && *m_at != '\n') {
+            if (*m_at == '\\') {
+                if (!Escape()) {
+                    return Failed(token, m_buffer);
+                }
+                continue;
+            }
+            // The plain run up to the next quote, backslash or line end goes in at once.
+            const char* run = m_at;
+            while (m_at < m_end && *m_at != quote && *m_at != '\\' && *m_at != '\n') {
+                ++m_at;
+            }
+            m_buffer.append(run, m_at);
         }
-        token.m_text.append(from, m_at);
-        if (m_at < m_end && *m_at == '\\' && !Escape(token.m_text, why)) {
-            token.m_kind = TMofToken::kError;
-            token.m_text = why;
-            return token;
-        }
+        token.m_text = m_buffer;
     }
     if (m_at >= m_end || *m_at != quote) {
-        token.m_kind = TMofToken::kError;
-        token.m_text = quote == '"' ? kUnclosedString : kUnclosedChar;
-        return token;
+        return Failed(token, quote == '"' ? kUnclosedString : kUnclosedChar);
     }
     ++m_at;
     return token;
 }
 
-// One escape after its backslash, appended as UTF-8.
-bool TMofLexer::Escape(std::string& out, std::string& why) {
+// One escape after its backslash, appended to the buffer as UTF-8. False for one that is
+// none, with the buffer saying why.
+bool TMofLexer::Escape() {
     static const char kFrom[] = "btnfr\"'\\";
     static const char kTo[] = "\b\t\n\f\r\"'\\";
     const char c = m_at + 1 < m_end ? m_at[1] : 0;
-    m_at += 2;
+    // A backslash before the line's or the text's end leaves that end to close the string.
+    m_at += c == 0 || c == '\n' ? 1 : 2;
     for (int i = 0; kFrom[i] != 0; ++i) {
         if (c == kFrom[i]) {
-            out += kTo[i];
+            m_buffer += kTo[i];
             return true;
         }
     }
     if (c != 'x' && c != 'X') {
-        why = kBadEscape + std::string(1, c);
-        m_at -= c == 0 || c == '\n' ? 1 : 0;
+        m_buffer.assign(kBadEscape);
+        m_buffer += c;
         return false;
     }
     unsigned code = 0;
     int digits = 0;
-    while (digits < kMaxHexDigits && m_at < m_end &&
-           std::isxdigit(static_cast<unsigned char>(*m_at))) {
-        const char d = char(std::tolower(static_cast<unsigned char>(*m_at++)));
-        code = code * 16 + unsigned(d <= '9' ? d - '0' : d - 'a' + 10);
+    while (digits < kMaxHexDigits && m_at < m_end && Has(*m_at, kDigit | kHexLetter)) {
+        const char d = *m_at++;
+        code = code * 16 + unsigned(Has(d, kDigit) ? d - '0' : (d | 0x20) - 'a' + 10);
         ++digits;
     }
     if (digits == 0) {
-        why = kNoHexDigits;
+        m_buffer.assign(kNoHexDigits);
         return false;
     }
-    AppendUtf8(out, code);
+    AppendUtf8(m_buffer, code);
     return true;
 }
 

@@ -4,9 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace NQRN20 {
 
+// A token's text is a view: into the document for names, numbers, punctuation and strings
+// written without escapes, which stay valid as long as the document; into the lexer's own
+// buffer for strings with escapes and for errors, which the next token may overwrite.
 struct TMofToken {
     enum EKind {
         kEnd,
@@ -20,7 +24,7 @@ struct TMofToken {
         kError  // a text that is no token; m_text says why
     };
     EKind m_kind = kEnd;
-    std::string m_text;
+    std::string_view m_text;
     uint32_t m_line = 1;
     uint32_t m_column = 1;
 
@@ -37,11 +41,11 @@ public:
     TMofToken Next();
 
 private:
-    void SkipBlankAndComments(TMofToken& error);
+    bool SkipBlankAndComments(TMofToken& error);
     TMofToken Start(TMofToken::EKind kind) const;
     void Advance();
     TMofToken Quoted(char quote);
-    bool Escape(std::string& out, std::string& why);
+    bool Escape();
     TMofToken Number();
     TMofToken Word(TMofToken::EKind kind);
 
@@ -49,6 +53,8 @@ private:
     const char* m_end;
     uint32_t m_line = 1;
     const char* m_lineStart;
+    // The resolved text of a string with escapes, or an error's words; reused by every token.
+    std::string m_buffer;
 };
 
 } // namespace NQRN20
