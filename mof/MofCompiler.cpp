@@ -5,7 +5,6 @@
 #include "core/Text.h"
 #include "populator/DocumentReader.h"
 
-#include <cstring>
 #include <filesystem>
 #include <string_view>
 
@@ -31,10 +30,9 @@ const char kEmbeddedInstanceQualifier[] = "EmbeddedInstance";
 // Real literals the core reads that MOF spells as words.
 const char* const kRealWords[] = {"INF", "NaN"};
 
-// Whether the text is the keyword, in any letter case.
-bool IsWord(std::string_view text, const char* keyword) {
-    const size_t size = std::strlen(keyword);
-    return text.size() == size && EqualNoCase(text.data(), keyword, size);
+// Whether the text is the word, in any letter case, as keywords and names are matched.
+bool IsWord(std::string_view text, std::string_view word) {
+    return text.size() == word.size() && EqualNoCase(text.data(), word.data(), word.size());
 }
 
 // The kind of literal a word is, kNone for a word that is no value.
@@ -155,6 +153,7 @@ void TMofCompiler::CompileSource(TSource& source) {
     while (m_source->m_token.m_kind != TMofToken::kEnd) {
         m_braceDepth = 0;
         m_ended = false;
+        m_keptTexts = 0;
         try {
             Production();
         } catch (const TError& error) {
@@ -283,13 +282,30 @@ bool TMofCompiler::AcceptKeyword(const char* keyword) {
     return true;
 }
 
-std::string TMofCompiler::ExpectIdentifier(const char* what) {
+// A name is the document's text, which outlasts the declaration it is in.
+std::string_view TMofCompiler::ExpectIdentifier(const char* what) {
     if (m_source->m_token.m_kind != TMofToken::kIdentifier) {
         Fail(kExpected + std::string(what) + " but found " + Describe(m_source->m_token));
     }
-    std::string name(m_source->m_token.m_text);
+    const std::string_view name = m_source->m_token.m_text;
     Advance();
     return name;
+}
+
+// An empty text to keep until the next top-level declaration.
+std::string& TMofCompiler::KeptText() {
+    if (m_keptTexts == m_texts.size()) {
+        m_texts.emplace_back();
+    }
+    std::string& text = m_texts[m_keptTexts++];
+    text.clear();
+    return text;
+}
+
+// The name as the core takes it, for a call that keeps no reference to it.
+const std::string& TMofCompiler::Name(std::string_view name) {
+    m_name.assign(name);
+    return m_name;
 }
 
 // compilerDirective: "#" PRAGMA pragmaName "(" stringValue ")"
@@ -300,7 +316,7 @@ void TMofCompiler::Pragma() {
         Fail(kExpected + std::string("pragma after '#'"));
     }
     const TMofToken at = m_source->m_token;
-    const std::string name = ExpectIdentifier("a pragma name");
+    const std::string name(ExpectIdentifier("a pragma name"));
     Expect('(');
     if (m_source->m_token.m_kind != TMofToken::kString) {
         Fail(kExpected + std::string("a string parameter of #pragma ") + name);
@@ -354,7 +370,7 @@ void TMofCompiler::Include(const TMofToken& at, const std::string& name) {
 //                       "," SCOPE "(" metaElement ("," metaElement)* ")"
 //                       ["," FLAVOR "(" flavor ("," flavor)* ")"] ";"
 void TMofCompiler::QualifierDeclaration() {
-    const std::string name = ExpectIdentifier("a qualifier name");
+    const std::string name(ExpectIdentifier("a qualifier name"));
     Expect(':');
     const TMofToken typeAt = m_source->m_token;
     const TCIMValue::TCIMType type = MofDataType(ExpectIdentifier("a data type"));
@@ -396,13 +412,13 @@ uint32_t TMofCompiler::Scope() {
     uint32_t scope = 0;
     do {
         const TMofToken at = m_source->m_token;
-        const std::string word = ExpectIdentifier("a scope");
+        const std::string_view word = ExpectIdentifier("a scope");
         uint32_t bits = 0;
         for (const auto& kind : kScopes) {
-            bits |= EqualNoCase(word, kind.m_name) ? kind.m_bits : 0;
+            bits |= IsWord(word, kind.m_name) ? kind.m_bits : 0;
         }
         if (bits == 0) {
-            FailAt(at, "unknown scope " + word);
+            FailAt(at, "unknown scope " + std::string(word));
         }
         scope |= bits;
     } while (Accept(','));
@@ -441,7 +457,7 @@ TMofCompiler::TQualifiers TMofCompiler::QualifierList() {
         return qualifiers;
     }
     do {
-        TQualifier qualifier;
+        TQualifier& qualifier = qualifiers.emplace_back();
         qualifier.m_at = m_source->m_token;
         qualifier.m_name = ExpectIdentifier("a qualifier name");
         if (Accept('(')) {
@@ -456,19 +472,24 @@ TMofCompiler::TQualifiers TMofCompiler::QualifierList() {
                 Advance();
             }
         }
-        qualifiers.push_back(std::move(qualifier));
     } while (Accept(','));
     Expect(']');
     return qualifiers;
 }
 
 // What the text of a string element holds, where one of its qualifiers says so.
+EEmbeddedObject TMofCompiler::EmbeddedKind(std::string_view name) {
+    return IsWord(name, kEmbeddedInstanceQualifier) ? kEmbeddedInstance
+           : IsWord(name, kEmbeddedObjectQualifier) ? kEmbeddedObject
+                                                    : kEmbeddedNone;
+}
+
+// The last qualifier that says so wins.
 EEmbeddedObject TMofCompiler::EmbeddedKind(const TQualifiers& qualifiers) {
     EEmbeddedObject kind = kEmbeddedNone;
     for (const TQualifier& qualifier : qualifiers) {
-        kind = EqualNoCase(qualifier.m_name, kEmbeddedInstanceQualifier) ? kEmbeddedInstance
-               : EqualNoCase(qualifier.m_name, kEmbeddedObjectQualifier) ? kEmbeddedObject
-                                                                         : kind;
+        const EEmbeddedObject named = EmbeddedKind(qualifier.m_name);
+        kind = named != kEmbeddedNone ? named : kind;
     }
     return kind;
 }
@@ -480,7 +501,7 @@ EEmbeddedObject TMofCompiler::TakeEmbeddedMarker(TQualifiers& qualifiers) {
     EEmbeddedObject kind = kEmbeddedNone;
     for (auto it = qualifiers.begin(); it != qualifiers.end();) {
         const EEmbeddedObject marked =
-            it->m_value.m_kind == TMofLiteral::kNull ? EmbeddedKind({*it}) : kEmbeddedNone;
+            it->m_value.m_kind == TMofLiteral::kNull ? EmbeddedKind(it->m_name) : kEmbeddedNone;
         kind = marked != kEmbeddedNone ? marked : kind;
         it = marked != kEmbeddedNone ? qualifiers.erase(it) : it + 1;
     }
@@ -493,11 +514,11 @@ void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers&
     for (const TQualifier& qualifier : qualifiers) {
         boost::shared_ptr<ICIMQualifierDecl> declaration;
         try {
-            declaration = m_namespace->GetQualifierDecl(qualifier.m_name, TCIMOptions());
+            declaration = m_namespace->GetQualifierDecl(Name(qualifier.m_name), TCIMOptions());
         } catch (const TQRNException&) {
         }
         if (!declaration) {
-            FailAt(qualifier.m_at, kUnknownQualifier + qualifier.m_name);
+            FailAt(qualifier.m_at, kUnknownQualifier + std::string(qualifier.m_name));
         }
         const TCIMValue value = QualifierValue(qualifier, *declaration);
         uint32_t flavor = declaration->GetFlavor(TCIMOptions());
@@ -524,11 +545,11 @@ TCIMValue TMofCompiler::QualifierValue(const TQualifier& qualifier,
     return ToValue(implied, qualifier.m_at, type, 0);
 }
 
-boost::shared_ptr<ICIMClass> TMofCompiler::FindClass(const std::string& name, const TMofToken& at,
-                                                     const std::string& failure) const {
+boost::shared_ptr<ICIMClass> TMofCompiler::FindClass(std::string_view name, const TMofToken& at,
+                                                     const std::string& failure) {
     boost::shared_ptr<ICIMClass> found;
     try {
-        found = m_namespace->GetClass(name, TCIMOptions());
+        found = m_namespace->GetClass(Name(name), TCIMOptions());
     } catch (const TQRNException&) {
     }
     if (!found) {
@@ -539,32 +560,33 @@ boost::shared_ptr<ICIMClass> TMofCompiler::FindClass(const std::string& name, co
 
 // The class a reference names may be the one being built, which is not yet committed.
 boost::shared_ptr<ICIMClass>
-TMofCompiler::ReferencedClass(const std::string& name, const TMofToken& at,
+TMofCompiler::ReferencedClass(std::string_view name, const TMofToken& at,
                               const boost::shared_ptr<ICIMClass>& building) {
-    if (building && EqualNoCase(building->GetName(TCIMOptions()), name)) {
+    if (building && IsWord(name, building->GetName(TCIMOptions()))) {
         try {
-            return m_namespace->GetClass(name, TCIMOptions());
+            return m_namespace->GetClass(Name(name), TCIMOptions());
         } catch (const TQRNException&) {
             return building;
         }
     }
-    return FindClass(name, at, "unknown referenced class " + name);
+    return FindClass(name, at, "unknown referenced class " + std::string(name));
 }
 
 TCIMValue TMofCompiler::ToValue(const TMofLiteral& literal, const TMofToken& at,
                                 TCIMValue::TCIMType type, uint32_t arraySize) {
     try {
-        return MofLiteralToValue(literal, type, arraySize, m_namespace,
-                                 [this](const std::string& alias) { return AliasPath(alias); });
+        return MofLiteralToValue(
+            literal, type, arraySize, m_namespace,
+            [this](std::string_view alias) { return AliasPath(alias); }, m_valueText);
     } catch (const TMofValueError& error) {
         FailAt(at, error.what());
     }
 }
 
-std::string TMofCompiler::AliasPath(const std::string& alias) const {
-    const auto found = m_aliases.find(LowerAscii(alias));
+std::string TMofCompiler::AliasPath(std::string_view alias) const {
+    const auto found = m_aliases.find(LowerAscii(std::string(alias)));
     if (found == m_aliases.end()) {
-        throw TMofValueError(kUnknownAlias + alias);
+        throw TMofValueError(kUnknownAlias + std::string(alias));
     }
     return found->second;
 }
@@ -573,7 +595,7 @@ std::string TMofCompiler::AliasPath(const std::string& alias) const {
 //                   "{" classFeature* "}" ";"
 // A class alias names nothing an instance can refer to, so it is read and dropped.
 void TMofCompiler::ClassDeclaration(const TQualifiers& qualifiers) {
-    const std::string name = ExpectIdentifier("a class name");
+    const std::string name(ExpectIdentifier("a class name"));
     if (AcceptKeyword(kAs)) {
         if (m_source->m_token.m_kind != TMofToken::kAlias) {
             Fail(kExpected + std::string("an alias"));
@@ -583,9 +605,9 @@ void TMofCompiler::ClassDeclaration(const TQualifiers& qualifiers) {
     boost::shared_ptr<ICIMClass> superClass;
     if (Accept(':')) {
         const TMofToken at = m_source->m_token;
-        const std::string superName = ExpectIdentifier("a superclass name");
-        superClass =
-            FindClass(superName, at, "unknown superclass " + superName + " of class " + name);
+        const std::string_view superName = ExpectIdentifier("a superclass name");
+        superClass = FindClass(
+            superName, at, "unknown superclass " + std::string(superName) + " of class " + name);
     }
     const boost::shared_ptr<ICIMClass> cimClass =
         m_namespace->CreateClass(name, superClass, TCIMOptions());
@@ -607,7 +629,7 @@ void TMofCompiler::ClassDeclaration(const TQualifiers& qualifiers) {
 void TMofCompiler::ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass) {
     TQualifiers qualifiers = QualifierList();
     const TTypeRef type = TypeRef();
-    const std::string name = ExpectIdentifier("a property or method name");
+    const std::string_view name = ExpectIdentifier("a property or method name");
     if (!type.m_reference && Accept('(')) {
         MethodDeclaration(cimClass, qualifiers, type.m_type, name);
     } else {
@@ -623,7 +645,7 @@ TMofCompiler::TTypeRef TMofCompiler::TypeRef() {
     type.m_type =
         type.m_reference ? TCIMValue::TCIMType(kCIMTypeReference) : MofDataType(type.m_name);
     if (type.m_type == kCIMTypeNone) {
-        FailAt(type.m_at, kUnknownType + type.m_name);
+        FailAt(type.m_at, kUnknownType + std::string(type.m_name));
     }
     return type;
 }
@@ -632,13 +654,13 @@ TMofCompiler::TTypeRef TMofCompiler::TypeRef() {
 // qualifiers before its value, as one read from CIM-XML does.
 void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
                                        TQualifiers& qualifiers, TCIMValue::TCIMType type,
-                                       const TMofToken& typeAt, const std::string& name) {
+                                       const TMofToken& typeAt, std::string_view name) {
     TCIMValue value = Default(type, type != kCIMTypeReference);
     Expect(';');
     if (type == kCIMTypeReference) {
-        value.SetReferencedClass(ReferencedClass(std::string(typeAt.m_text), typeAt, cimClass));
+        value.SetReferencedClass(ReferencedClass(typeAt.m_text, typeAt, cimClass));
     }
-    const auto declaration = cimClass->CreatePropertyDecl(name, TCIMValue(), TCIMOptions());
+    const auto declaration = cimClass->CreatePropertyDecl(Name(name), TCIMValue(), TCIMOptions());
     const EEmbeddedObject kind = TakeEmbeddedMarker(qualifiers);
     if (kind != kEmbeddedNone) {
         declaration->SetEmbeddedObject(kind, TCIMOptions());
@@ -648,15 +670,15 @@ void TMofCompiler::PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimCl
     try {
         NCimXml::CommitAllowingDuplicate(declaration);
     } catch (const TQRNException& error) {
-        FailAt(typeAt, "cannot declare property " + name + ": " + error.what());
+        FailAt(typeAt, "cannot declare property " + std::string(name) + ": " + error.what());
     }
 }
 
 // methodDeclaration: ... dataType methodName "(" [parameter ("," parameter)*] ")" ";"
 void TMofCompiler::MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
                                      const TQualifiers& qualifiers, TCIMValue::TCIMType type,
-                                     const std::string& name) {
-    const auto method = cimClass->CreateMethodDecl(name, type, TCIMOptions());
+                                     std::string_view name) {
+    const auto method = cimClass->CreateMethodDecl(Name(name), type, TCIMOptions());
     ApplyQualifiers(*method, qualifiers);
     if (!Accept(')')) {
         do {
@@ -676,11 +698,12 @@ void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
     if (type.m_reference) {
         ReferencedClass(type.m_name, type.m_at, cimClass);
     }
-    const std::string name = ExpectIdentifier("a parameter name");
+    const std::string_view name = ExpectIdentifier("a parameter name");
     bool isArray = false;
     const uint32_t arraySize = ArrayShape(isArray);
-    const auto parameter = method->CreateParameterDecl(name, type.m_type, TCIMOptions());
-    parameter->SetShape(isArray, arraySize, type.m_reference ? type.m_name : "", TCIMOptions());
+    const auto parameter = method->CreateParameterDecl(Name(name), type.m_type, TCIMOptions());
+    parameter->SetShape(isArray, arraySize, Name(type.m_reference ? type.m_name : ""),
+                        TCIMOptions());
     const EEmbeddedObject kind = TakeEmbeddedMarker(qualifiers);
     if (kind != kEmbeddedNone) {
         parameter->SetEmbeddedObject(kind, TCIMOptions());
@@ -731,7 +754,7 @@ void TMofCompiler::InstanceDeclaration() {
         Fail(kExpected + std::string("'of' after 'instance'"));
     }
     const TMofToken at = m_source->m_token;
-    const std::string className = ExpectIdentifier("a class name");
+    const std::string_view className = ExpectIdentifier("a class name");
     std::string alias;
     if (AcceptKeyword(kAs)) {
         if (m_source->m_token.m_kind != TMofToken::kAlias) {
@@ -743,8 +766,8 @@ void TMofCompiler::InstanceDeclaration() {
         }
         Advance();
     }
-    const auto instance =
-        FindClass(className, at, "unknown class " + className)->CreateInstance(TCIMOptions());
+    const auto instance = FindClass(className, at, "unknown class " + std::string(className))
+                              ->CreateInstance(TCIMOptions());
     Expect('{');
     while (!Accept('}')) {
         ValueInitializer(instance);
@@ -782,7 +805,7 @@ void TMofCompiler::CommitInstance(const boost::shared_ptr<ICIMInstance>& instanc
 void TMofCompiler::ValueInitializer(const boost::shared_ptr<ICIMInstance>& instance) {
     const TQualifiers qualifiers = QualifierList();
     const TMofToken at = m_source->m_token;
-    const std::string name = ExpectIdentifier("a property name");
+    const std::string name(ExpectIdentifier("a property name"));
     Expect('=');
     const TMofToken valueAt = m_source->m_token;
     const TMofLiteral literal = Initializer();
@@ -834,10 +857,17 @@ TMofLiteral TMofCompiler::Constant() {
         Fail(kExpected + std::string("a value but found ") + Describe(token));
     }
     literal.m_text = token.m_text;
+    if (token.m_transient) {
+        literal.m_text = KeptText().assign(token.m_text);
+    }
     Advance();
-    while (literal.m_kind == TMofLiteral::kString && token.m_kind == TMofToken::kString) {
-        literal.m_text += token.m_text;
-        Advance();
+    if (literal.m_kind == TMofLiteral::kString && token.m_kind == TMofToken::kString) {
+        std::string& joined = KeptText().assign(literal.m_text);
+        while (token.m_kind == TMofToken::kString) {
+            joined += token.m_text;
+            Advance();
+        }
+        literal.m_text = joined;
     }
     return literal;
 }

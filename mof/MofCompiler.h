@@ -9,9 +9,11 @@
 #include <boost/shared_ptr.hpp>
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace NQRN20 {
@@ -39,7 +41,7 @@ public:
 
 private:
     struct TQualifier {
-        std::string m_name;
+        std::string_view m_name;
         TMofLiteral m_value;
         std::vector<TMofToken> m_flavors;
         TMofToken m_at;
@@ -49,7 +51,7 @@ private:
     // A type as written: where, its name, and whether it is a reference to that class.
     struct TTypeRef {
         TMofToken m_at;
-        std::string m_name;
+        std::string_view m_name;
         bool m_reference;
         TCIMValue::TCIMType m_type;
     };
@@ -79,7 +81,9 @@ private:
     void Expect(char punct);
     bool Accept(char punct);
     bool AcceptKeyword(const char* keyword);
-    std::string ExpectIdentifier(const char* what);
+    std::string_view ExpectIdentifier(const char* what);
+    std::string& KeptText();
+    const std::string& Name(std::string_view name);
 
     void Pragma();
     void Include(const TMofToken& at, const std::string& name);
@@ -95,10 +99,10 @@ private:
     TTypeRef TypeRef();
     void PropertyDeclaration(const boost::shared_ptr<ICIMClass>& cimClass, TQualifiers& qualifiers,
                              TCIMValue::TCIMType type, const TMofToken& typeAt,
-                             const std::string& name);
+                             std::string_view name);
     void MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClass,
                            const TQualifiers& qualifiers, TCIMValue::TCIMType type,
-                           const std::string& name);
+                           std::string_view name);
     void Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
                    const boost::shared_ptr<ICIMMethodDecl>& method);
     void InstanceDeclaration();
@@ -108,17 +112,18 @@ private:
     TMofLiteral Initializer();
     TMofLiteral Constant();
 
-    boost::shared_ptr<ICIMClass> FindClass(const std::string& name, const TMofToken& at,
-                                           const std::string& failure) const;
-    boost::shared_ptr<ICIMClass> ReferencedClass(const std::string& name, const TMofToken& at,
+    boost::shared_ptr<ICIMClass> FindClass(std::string_view name, const TMofToken& at,
+                                           const std::string& failure);
+    boost::shared_ptr<ICIMClass> ReferencedClass(std::string_view name, const TMofToken& at,
                                                  const boost::shared_ptr<ICIMClass>& building);
+    static EEmbeddedObject EmbeddedKind(std::string_view name);
     static EEmbeddedObject EmbeddedKind(const TQualifiers& qualifiers);
     static EEmbeddedObject TakeEmbeddedMarker(TQualifiers& qualifiers);
     void ApplyQualifiers(ICIMNamedElement& element, const TQualifiers& qualifiers);
     TCIMValue QualifierValue(const TQualifier& qualifier, ICIMQualifierDecl& declaration);
     TCIMValue ToValue(const TMofLiteral& literal, const TMofToken& at, TCIMValue::TCIMType type,
                       uint32_t arraySize);
-    std::string AliasPath(const std::string& alias) const;
+    std::string AliasPath(std::string_view alias) const;
     void CommitInstance(const boost::shared_ptr<ICIMInstance>& instance, const std::string& alias,
                         const TMofToken& at);
 
@@ -133,6 +138,14 @@ private:
     std::map<std::string, std::string> m_aliases;
     // The pragmas said once to have no effect, lowered.
     std::set<std::string> m_warnedPragmas;
+    // The texts of the declaration being read that are not the document's, such as strings with
+    // escapes; the first m_keptTexts are in use, the rest keep their room for the next ones. A
+    // deque, so that a text stays where it is as others are added.
+    std::deque<std::string> m_texts;
+    size_t m_keptTexts = 0;
+    // The name handed to a core call, which copies it, and the text of a value.
+    std::string m_name;
+    std::string m_valueText;
 };
 
 } // namespace NQRN20

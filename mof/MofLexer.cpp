@@ -216,6 +216,7 @@ TMofToken TMofLexer::Quoted(char quote) {
             m_buffer.append(run, m_at);
         }
         token.m_text = m_buffer;
+        token.m_transient = true;
     }
     if (m_at >= m_end || *m_at != quote) {
         return Failed(token, quote == '"' ? kUnclosedString : kUnclosedChar);

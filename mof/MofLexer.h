@@ -24,6 +24,9 @@ struct TMofToken {
         kError  // a text that is no token; m_text says why
     };
     EKind m_kind = kEnd;
+    // The text is the lexer's buffer: a string's that must outlast the next token is copied.
+    // Errors are not marked, as none is kept past its token.
+    bool m_transient = false;
     std::string_view m_text;
     uint32_t m_line = 1;
     uint32_t m_column = 1;

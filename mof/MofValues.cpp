@@ -4,6 +4,7 @@
 #include "core/Text.h"
 
 #include <cctype>
+#include <cstring>
 #include <limits>
 
 namespace NQRN20 {
@@ -15,9 +16,16 @@ const char kTooLarge[] = "integer beyond 64 bits: ";
 const char kDoesNotFit[] = " does not fit type ";
 const char kArrayForScalar[] = "an array value for a scalar of type ";
 
-const char* const kDataTypes[] = {"boolean", "string", "char16", "uint8",   "sint8",
-                                  "uint16",  "sint16", "uint32", "sint32",  "uint64",
-                                  "sint64",  "real32", "real64", "datetime"};
+const struct {
+    const char* m_name;
+    ECIMType m_type;
+} kDataTypes[] = {
+    {"boolean", kCIMTypeBoolean}, {"string", kCIMTypeString},     {"char16", kCIMTypeChar16},
+    {"uint8", kCIMTypeUint8},     {"sint8", kCIMTypeSint8},       {"uint16", kCIMTypeUint16},
+    {"sint16", kCIMTypeSint16},   {"uint32", kCIMTypeUint32},     {"sint32", kCIMTypeSint32},
+    {"uint64", kCIMTypeUint64},   {"sint64", kCIMTypeSint64},     {"real32", kCIMTypeReal32},
+    {"real64", kCIMTypeReal64},   {"datetime", kCIMTypeDateTime},
+};
 
 struct TRadix {
     unsigned m_base;
@@ -26,7 +34,7 @@ struct TRadix {
 };
 
 // Which radix the body is written in, and how much of it is prefix or suffix.
-TRadix RadixOf(const std::string& body) {
+TRadix RadixOf(std::string_view body) {
     if (body.size() > 2 && body[0] == '0' && (body[1] == 'x' || body[1] == 'X')) {
         return {16, 2, 0};
     }
@@ -48,13 +56,13 @@ unsigned DigitValue(char c) {
 std::string Describe(const TMofLiteral& literal) {
     switch (literal.m_kind) {
     case TMofLiteral::kString:
-        return "string \"" + literal.m_text + "\"";
+        return "string \"" + std::string(literal.m_text) + "\"";
     case TMofLiteral::kChar:
-        return "character '" + literal.m_text + "'";
+        return "character '" + std::string(literal.m_text) + "'";
     case TMofLiteral::kAlias:
-        return "alias $" + literal.m_text;
+        return "alias $" + std::string(literal.m_text);
     default:
-        return "value " + literal.m_text;
+        return "value " + std::string(literal.m_text);
     }
 }
 
@@ -83,25 +91,30 @@ bool Accepts(ECIMType type, TMofLiteral::EKind kind) {
     }
 }
 
-// The text the core converts, by the same rules as element text.
-std::string CoreText(const TMofLiteral& literal, ECIMType type, const TAliasLookup& aliases) {
-    if (literal.m_kind == TMofLiteral::kAlias) {
-        return aliases(literal.m_text);
-    }
+// The text the core converts, by the same rules as element text, in the buffer given.
+const std::string& CoreText(const TMofLiteral& literal, ECIMType type, const TAliasLookup& aliases,
+                            std::string& text) {
     const bool integer = type != kCIMTypeReal32 && type != kCIMTypeReal64;
-    return literal.m_kind == TMofLiteral::kInteger && integer ? MofIntegerToDecimal(literal.m_text)
-                                                              : literal.m_text;
+    if (literal.m_kind == TMofLiteral::kAlias) {
+        text = aliases(literal.m_text);
+    } else if (literal.m_kind == TMofLiteral::kInteger && integer) {
+        text = MofIntegerToDecimal(literal.m_text);
+    } else {
+        text.assign(literal.m_text);
+    }
+    return text;
 }
 
 TCIMValue ScalarToValue(const TMofLiteral& literal, ECIMType type,
-                        const boost::shared_ptr<ICIMNamespace>& ns, const TAliasLookup& aliases) {
+                        const boost::shared_ptr<ICIMNamespace>& ns, const TAliasLookup& aliases,
+                        std::string& buffer) {
     if (literal.m_kind == TMofLiteral::kNull) {
         return TCIMValue(type, 0);
     }
     if (!Accepts(type, literal.m_kind)) {
         Mismatch(literal, type);
     }
-    const std::string text = CoreText(literal, type, aliases);
+    const std::string& text = CoreText(literal, type, aliases, buffer);
     try {
         return TCIMValue(type, text, ns);
     } catch (const TQRNException&) {
@@ -111,32 +124,34 @@ TCIMValue ScalarToValue(const TMofLiteral& literal, ECIMType type,
 
 } // namespace
 
-std::string MofIntegerToDecimal(const std::string& literal) {
+std::string MofIntegerToDecimal(std::string_view literal) {
     const bool negative = !literal.empty() && literal[0] == '-';
-    const std::string body = literal.substr(!literal.empty() && (negative || literal[0] == '+'));
+    const std::string_view body =
+        literal.substr(!literal.empty() && (negative || literal[0] == '+'));
     const TRadix radix = RadixOf(body);
     const size_t end = body.size() - radix.m_skipBack;
     if (body.empty() || radix.m_skipFront >= end) {
-        throw TMofValueError(kNotAnInteger + literal);
+        throw TMofValueError(kNotAnInteger + std::string(literal));
     }
     uint64_t value = 0;
     for (size_t i = radix.m_skipFront; i < end; ++i) {
         const unsigned digit = DigitValue(body[i]);
         if (digit >= radix.m_base) {
-            throw TMofValueError(kNotAnInteger + literal);
+            throw TMofValueError(kNotAnInteger + std::string(literal));
         }
         if (value > (std::numeric_limits<uint64_t>::max() - digit) / radix.m_base) {
-            throw TMofValueError(kTooLarge + literal);
+            throw TMofValueError(kTooLarge + std::string(literal));
         }
         value = value * radix.m_base + digit;
     }
     return (negative ? "-" : "") + std::to_string(value);
 }
 
-TCIMValue::TCIMType MofDataType(const std::string& word) {
-    for (const char* name : kDataTypes) {
-        if (EqualNoCase(word, name)) {
-            return TCIMValue::TCIMType(std::string(name));
+TCIMValue::TCIMType MofDataType(std::string_view word) {
+    for (const auto& dataType : kDataTypes) {
+        const size_t size = std::strlen(dataType.m_name);
+        if (word.size() == size && EqualNoCase(word.data(), dataType.m_name, size)) {
+            return dataType.m_type;
         }
     }
     return kCIMTypeNone;
@@ -144,23 +159,23 @@ TCIMValue::TCIMType MofDataType(const std::string& word) {
 
 TCIMValue MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type,
                             uint32_t arraySize, const boost::shared_ptr<ICIMNamespace>& ns,
-                            const TAliasLookup& aliases) {
+                            const TAliasLookup& aliases, std::string& text) {
     const ECIMType element = type.GetElementType();
     if (!type.IsArray()) {
         if (literal.m_kind == TMofLiteral::kArray) {
             throw TMofValueError(kArrayForScalar + type.GetName());
         }
-        return ScalarToValue(literal, element, ns, aliases);
+        return ScalarToValue(literal, element, ns, aliases, text);
     }
     if (literal.m_kind == TMofLiteral::kNull) {
         return TCIMValue(type, arraySize);
     }
     std::vector<TCIMValue> elements;
     if (literal.m_kind != TMofLiteral::kArray) {
-        elements.push_back(ScalarToValue(literal, element, ns, aliases));
+        elements.push_back(ScalarToValue(literal, element, ns, aliases, text));
     }
     for (const TMofLiteral& each : literal.m_elements) {
-        elements.push_back(ScalarToValue(each, element, ns, aliases));
+        elements.push_back(ScalarToValue(each, element, ns, aliases, text));
     }
     TCIMValue value;
     value.Set(type, arraySize, std::move(elements));

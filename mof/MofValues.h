@@ -9,21 +9,23 @@
 #include <exception>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace NQRN20 {
 
-// A constant, an alias or an array of constants, before its type is known.
+// A constant, an alias or an array of constants, before its type is known. The text is a view,
+// of the document or of text the compiler keeps for the declaration being read.
 struct TMofLiteral {
     enum EKind { kNone, kInteger, kReal, kString, kChar, kBoolean, kNull, kAlias, kArray };
     EKind m_kind = kNone;
-    std::string m_text;
+    std::string_view m_text;
     std::vector<TMofLiteral> m_elements;
 };
 
 // Gives the object path an alias stands for; throws TMofValueError for one not defined.
-using TAliasLookup = std::function<std::string(const std::string& alias)>;
+using TAliasLookup = std::function<std::string(std::string_view alias)>;
 
 // A literal that does not fit the type it is given, in words.
 class TMofValueError : public std::exception {
@@ -37,16 +39,17 @@ private:
 
 // The value of the literal as the type, an array of arraySize (0 for any) where the type is
 // one; a scalar literal for an array type gives an array of one, as qualifiers are often
-// written. Throws TMofValueError.
+// written. The text handed to the core is built in the buffer given, which the caller keeps so
+// that its room serves every value. Throws TMofValueError.
 TCIMValue MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type,
                             uint32_t arraySize, const boost::shared_ptr<ICIMNamespace>& ns,
-                            const TAliasLookup& aliases);
+                            const TAliasLookup& aliases, std::string& text);
 
 // The decimal spelling of a decimal, hexadecimal (0x), octal (leading 0) or binary (trailing
 // b) integer literal; throws TMofValueError for any other text or one beyond 64 bits.
-std::string MofIntegerToDecimal(const std::string& literal);
+std::string MofIntegerToDecimal(std::string_view literal);
 
 // The type a MOF data type keyword names, kCIMTypeNone for any other word.
-TCIMValue::TCIMType MofDataType(const std::string& word);
+TCIMValue::TCIMType MofDataType(std::string_view word);
 
 } // namespace NQRN20
