@@ -179,7 +179,9 @@ void TMofCompiler::Production() {
         QualifierDeclaration();
         return;
     }
-    const TQualifiers qualifiers = QualifierList();
+    // An include reads its file's declarations from inside a pragma, before this list is read.
+    TQualifiers& qualifiers = m_declarationQualifiers;
+    QualifierList(qualifiers);
     if (AcceptKeyword(kClass)) {
         ClassDeclaration(qualifiers);
     } else if (AcceptKeyword(kInstance)) {
@@ -451,10 +453,11 @@ uint32_t TMofCompiler::ApplyFlavor(uint32_t flavor, const TMofToken& keyword) co
 
 // qualifierList: ["[" qualifier ("," qualifier)* "]"]
 // qualifier: qualifierName ["(" constantValue ")" | arrayInitializer] [":" flavor+]
-TMofCompiler::TQualifiers TMofCompiler::QualifierList() {
-    TQualifiers qualifiers;
+// The list is read into the one given, which is emptied first.
+void TMofCompiler::QualifierList(TQualifiers& qualifiers) {
+    qualifiers.clear();
     if (!Accept('[')) {
-        return qualifiers;
+        return;
     }
     do {
         TQualifier& qualifier = qualifiers.emplace_back();
@@ -474,7 +477,6 @@ TMofCompiler::TQualifiers TMofCompiler::QualifierList() {
         }
     } while (Accept(','));
     Expect(']');
-    return qualifiers;
 }
 
 // What the text of a string element holds, where one of its qualifiers says so.
@@ -627,7 +629,8 @@ void TMofCompiler::ClassDeclaration(const TQualifiers& qualifiers) {
 // classFeature: [qualifierList] (dataType name [array] ["=" initializer]
 //             | className REF name ["=" initializer] | dataType name "(" parameters ")") ";"
 void TMofCompiler::ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass) {
-    TQualifiers qualifiers = QualifierList();
+    TQualifiers& qualifiers = m_featureQualifiers;
+    QualifierList(qualifiers);
     const TTypeRef type = TypeRef();
     const std::string_view name = ExpectIdentifier("a property or method name");
     if (!type.m_reference && Accept('(')) {
@@ -693,7 +696,8 @@ void TMofCompiler::MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClas
 // parameter: [qualifierList] (dataType | className REF) parameterName [array]
 void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
                              const boost::shared_ptr<ICIMMethodDecl>& method) {
-    TQualifiers qualifiers = QualifierList();
+    TQualifiers& qualifiers = m_parameterQualifiers;
+    QualifierList(qualifiers);
     const TTypeRef type = TypeRef();
     if (type.m_reference) {
         ReferencedClass(type.m_name, type.m_at, cimClass);
@@ -803,7 +807,8 @@ void TMofCompiler::CommitInstance(const boost::shared_ptr<ICIMInstance>& instanc
 // valueInitializer: [qualifierList] propertyName "=" initializer ";"
 // Of an instance's qualifiers only those saying what a string holds have a place to go.
 void TMofCompiler::ValueInitializer(const boost::shared_ptr<ICIMInstance>& instance) {
-    const TQualifiers qualifiers = QualifierList();
+    TQualifiers& qualifiers = m_featureQualifiers;
+    QualifierList(qualifiers);
     const TMofToken at = m_source->m_token;
     const std::string name(ExpectIdentifier("a property name"));
     Expect('=');
@@ -838,10 +843,13 @@ TMofLiteral TMofCompiler::Initializer() {
     TMofLiteral array;
     array.m_kind = TMofLiteral::kArray;
     if (!Accept('}')) {
+        // Gathered where the room of the arrays before is, then copied at their count.
+        m_elements.clear();
         do {
-            array.m_elements.push_back(Constant());
+            m_elements.push_back(Constant());
         } while (Accept(','));
         Expect('}');
+        array.m_elements = m_elements;
     }
     return array;
 }

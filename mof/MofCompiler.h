@@ -93,7 +93,7 @@ private:
     uint32_t Scope();
     uint32_t Flavors(uint32_t flavor);
     [[nodiscard]] uint32_t ApplyFlavor(uint32_t flavor, const TMofToken& keyword) const;
-    TQualifiers QualifierList();
+    void QualifierList(TQualifiers& qualifiers);
     void ClassDeclaration(const TQualifiers& qualifiers);
     void ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass);
     TTypeRef TypeRef();
@@ -138,6 +138,13 @@ private:
     std::map<std::string, std::string> m_aliases;
     // The pragmas said once to have no effect, lowered.
     std::set<std::string> m_warnedPragmas;
+    // The qualifier lists of a declaration, of a feature or value in it, and of a parameter;
+    // reused, with their room, by the declarations after.
+    TQualifiers m_declarationQualifiers;
+    TQualifiers m_featureQualifiers;
+    TQualifiers m_parameterQualifiers;
+    // The elements of the array initializer being read.
+    std::vector<TMofLiteral> m_elements;
     // The texts of the declaration being read that are not the document's, such as strings with
     // escapes; the first m_keptTexts are in use, the rest keep their room for the next ones. A
     // deque, so that a text stays where it is as others are added.

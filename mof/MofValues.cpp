@@ -174,6 +174,7 @@ TCIMValue MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type
     if (literal.m_kind != TMofLiteral::kArray) {
         elements.push_back(ScalarToValue(literal, element, ns, aliases, text));
     }
+    elements.reserve(literal.m_elements.size());
     for (const TMofLiteral& each : literal.m_elements) {
         elements.push_back(ScalarToValue(each, element, ns, aliases, text));
     }
