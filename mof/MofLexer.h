@@ -48,6 +48,7 @@ private:
     TMofToken Start(TMofToken::EKind kind) const;
     void Advance();
     TMofToken Quoted(char quote);
+    void SkipPlain(char quote);
     bool Escape();
     TMofToken Number();
     TMofToken Word(TMofToken::EKind kind);
