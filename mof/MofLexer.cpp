@@ -12,7 +12,7 @@ namespace NQRN20 {
 
 namespace {
 
-const char kPunctuation[] = "()[]{},;:=#";
+constexpr char kPunctuation[] = "()[]{},;:=#";
 const char kUnclosedComment[] = "comment not closed";
 const char kUnclosedString[] = "string not closed on its line";
 const char kUnclosedChar[] = "character literal not closed";
@@ -23,7 +23,7 @@ const char kUnexpected[] = "unexpected character '";
 const int kMaxHexDigits = 4;
 
 // What each byte can be, as the C locale classes it; one look-up per byte.
-enum : uint8_t { kSpace = 1, kNameStart = 2, kDigit = 4, kHexLetter = 8 };
+enum : uint8_t { kSpace = 1, kNameStart = 2, kDigit = 4, kHexLetter = 8, kPunctuator = 16 };
 
 constexpr std::array<uint8_t, 256> MakeClasses() {
     std::array<uint8_t, 256> classes{};
@@ -39,6 +39,9 @@ constexpr std::array<uint8_t, 256> MakeClasses() {
     }
     for (int c = 0x80; c < 0x100; ++c) {
         classes[c] = kNameStart;
+    }
+    for (const char* c = kPunctuation; *c != 0; ++c) {
+        classes[uint8_t(*c)] = kPunctuator;
     }
     return classes;
 }
@@ -100,8 +103,20 @@ void TMofLexer::Advance() {
     ++m_at;
 }
 
-// False for a comment left open, which is reported where it starts, through the token given.
-bool TMofLexer::SkipBlankAndComments(TMofToken& error) {
+// From just after the "/*" to just after the "*/"; false for a comment left open.
+bool TMofLexer::SkipBlockComment() {
+    while (m_at < m_end && !(m_at[0] == '*' && m_at[1] == '/')) {
+        Advance();
+    }
+    if (m_at >= m_end) {
+        return false;
+    }
+    m_at += 2;
+    return true;
+}
+
+// The token after the blanks and comments; a comment left open is reported where it starts.
+TMofToken TMofLexer::Next() {
     while (m_at < m_end) {
         if (Has(*m_at, kSpace)) {
             Advance();
@@ -110,52 +125,40 @@ bool TMofLexer::SkipBlankAndComments(TMofToken& error) {
                 ++m_at;
             }
         } else if (m_at[0] == '/' && m_at[1] == '*') {
-            error = Start(TMofToken::kError);
+            const TMofToken comment = Start(TMofToken::kError);
             m_at += 2;
-            while (m_at < m_end && !(m_at[0] == '*' && m_at[1] == '/')) {
-                Advance();
+            if (!SkipBlockComment()) {
+                return Failed(comment, kUnclosedComment);
             }
-            if (m_at >= m_end) {
-                error.m_text = kUnclosedComment;
-                return false;
-            }
-            m_at += 2;
         } else {
             break;
         }
-    }
-    return true;
-}
-
-TMofToken TMofLexer::Next() {
-    TMofToken error;
-    if (!SkipBlankAndComments(error)) {
-        return error;
     }
     if (m_at >= m_end) {
         return Start(TMofToken::kEnd);
     }
     const char c = *m_at;
+    if (Has(c, kNameStart)) {
+        return Word(TMofToken::kIdentifier);
+    }
+    if (Has(c, kPunctuator)) {
+        TMofToken token = Start(TMofToken::kPunct);
+        token.m_text = std::string_view(m_at++, 1);
+        return token;
+    }
     if (c == '"' || c == '\'') {
         return Quoted(c);
     }
     if (c == '$') {
         return Word(TMofToken::kAlias);
     }
-    if (Has(c, kNameStart)) {
-        return Word(TMofToken::kIdentifier);
-    }
     if (Has(c, kDigit) || c == '+' || c == '-' || c == '.') {
         return Number();
     }
-    TMofToken token = Start(TMofToken::kPunct);
-    token.m_text = std::string_view(m_at, 1);
-    if (c == 0 || std::strchr(kPunctuation, c) == nullptr) {
-        m_buffer.assign(kUnexpected);
-        m_buffer += c;
-        m_buffer += '\'';
-        token = Failed(token, m_buffer);
-    }
+    m_buffer.assign(kUnexpected);
+    m_buffer += c;
+    m_buffer += '\'';
+    const TMofToken token = Failed(Start(TMofToken::kError), m_buffer);
     ++m_at;
     return token;
 }

@@ -44,7 +44,7 @@ public:
     TMofToken Next();
 
 private:
-    bool SkipBlankAndComments(TMofToken& error);
+    bool SkipBlockComment();
     TMofToken Start(TMofToken::EKind kind) const;
     void Advance();
     TMofToken Quoted(char quote);
