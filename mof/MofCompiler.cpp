@@ -36,36 +36,36 @@ bool IsWord(std::string_view text, std::string_view word) {
 }
 
 // The kind of literal a word is, kNone for a word that is no value.
-TMofLiteral::EKind KeywordKind(std::string_view word) {
+TMofConstant::EKind KeywordKind(std::string_view word) {
     if (IsWord(word, kTrue) || IsWord(word, kFalse)) {
-        return TMofLiteral::kBoolean;
+        return TMofConstant::kBoolean;
     }
     if (IsWord(word, kNull)) {
-        return TMofLiteral::kNull;
+        return TMofConstant::kNull;
     }
     for (const char* real : kRealWords) {
         if (IsWord(word, real)) {
-            return TMofLiteral::kReal;
+            return TMofConstant::kReal;
         }
     }
-    return TMofLiteral::kNone;
+    return TMofConstant::kNone;
 }
 
 // The literal kind of each token kind that is a value by itself.
-TMofLiteral::EKind LiteralKind(TMofToken::EKind kind) {
+TMofConstant::EKind LiteralKind(TMofToken::EKind kind) {
     switch (kind) {
     case TMofToken::kString:
-        return TMofLiteral::kString;
+        return TMofConstant::kString;
     case TMofToken::kChar:
-        return TMofLiteral::kChar;
+        return TMofConstant::kChar;
     case TMofToken::kInteger:
-        return TMofLiteral::kInteger;
+        return TMofConstant::kInteger;
     case TMofToken::kReal:
-        return TMofLiteral::kReal;
+        return TMofConstant::kReal;
     case TMofToken::kAlias:
-        return TMofLiteral::kAlias;
+        return TMofConstant::kAlias;
     default:
-        return TMofLiteral::kNone;
+        return TMofConstant::kNone;
     }
 }
 
@@ -503,7 +503,7 @@ EEmbeddedObject TMofCompiler::TakeEmbeddedMarker(TQualifiers& qualifiers) {
     EEmbeddedObject kind = kEmbeddedNone;
     for (auto it = qualifiers.begin(); it != qualifiers.end();) {
         const EEmbeddedObject marked =
-            it->m_value.m_kind == TMofLiteral::kNull ? EmbeddedKind(it->m_name) : kEmbeddedNone;
+            it->m_value.m_kind == TMofConstant::kNull ? EmbeddedKind(it->m_name) : kEmbeddedNone;
         kind = marked != kEmbeddedNone ? marked : kind;
         it = marked != kEmbeddedNone ? qualifiers.erase(it) : it + 1;
     }
@@ -538,11 +538,11 @@ void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers&
 TCIMValue TMofCompiler::QualifierValue(const TQualifier& qualifier,
                                        ICIMQualifierDecl& declaration) {
     const TCIMValue::TCIMType type = declaration.GetType(TCIMOptions());
-    if (qualifier.m_value.m_kind != TMofLiteral::kNone) {
+    if (qualifier.m_value.m_kind != TMofConstant::kNone) {
         return ToValue(qualifier.m_value, qualifier.m_at, type, 0);
     }
     TMofLiteral implied;
-    implied.m_kind = type == kCIMTypeBoolean ? TMofLiteral::kBoolean : TMofLiteral::kNull;
+    implied.m_kind = type == kCIMTypeBoolean ? TMofConstant::kBoolean : TMofConstant::kNull;
     implied.m_text = kTrue;
     return ToValue(implied, qualifier.m_at, type, 0);
 }
@@ -841,7 +841,7 @@ TMofLiteral TMofCompiler::Initializer() {
         return Constant();
     }
     TMofLiteral array;
-    array.m_kind = TMofLiteral::kArray;
+    array.m_kind = TMofConstant::kArray;
     if (!Accept('}')) {
         // Gathered where the room of the arrays before is, then copied at their count.
         m_elements.clear();
@@ -856,12 +856,12 @@ TMofLiteral TMofCompiler::Initializer() {
 
 // constantValue: integerValue | realValue | charValue | stringValue+ | booleanValue
 //              | nullValue | aliasIdentifier
-TMofLiteral TMofCompiler::Constant() {
+TMofConstant TMofCompiler::Constant() {
     TMofToken& token = m_source->m_token;
-    TMofLiteral literal;
+    TMofConstant literal;
     literal.m_kind = token.m_kind == TMofToken::kIdentifier ? KeywordKind(token.m_text)
                                                             : LiteralKind(token.m_kind);
-    if (literal.m_kind == TMofLiteral::kNone) {
+    if (literal.m_kind == TMofConstant::kNone) {
         Fail(kExpected + std::string("a value but found ") + Describe(token));
     }
     literal.m_text = token.m_text;
@@ -869,7 +869,7 @@ TMofLiteral TMofCompiler::Constant() {
         literal.m_text = KeptText().assign(token.m_text);
     }
     Advance();
-    if (literal.m_kind == TMofLiteral::kString && token.m_kind == TMofToken::kString) {
+    if (literal.m_kind == TMofConstant::kString && token.m_kind == TMofToken::kString) {
         std::string& joined = KeptText().assign(literal.m_text);
         while (token.m_kind == TMofToken::kString) {
             joined += token.m_text;

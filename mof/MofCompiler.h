@@ -110,7 +110,7 @@ private:
     TCIMValue Default(TCIMValue::TCIMType type, bool shaped);
     uint32_t ArrayShape(bool& isArray);
     TMofLiteral Initializer();
-    TMofLiteral Constant();
+    TMofConstant Constant();
 
     boost::shared_ptr<ICIMClass> FindClass(std::string_view name, const TMofToken& at,
                                            const std::string& failure);
@@ -144,7 +144,7 @@ private:
     TQualifiers m_featureQualifiers;
     TQualifiers m_parameterQualifiers;
     // The elements of the array initializer being read.
-    std::vector<TMofLiteral> m_elements;
+    std::vector<TMofConstant> m_elements;
     // The texts of the declaration being read that are not the document's, such as strings with
     // escapes; the first m_keptTexts are in use, the rest keep their room for the next ones. A
     // deque, so that a text stays where it is as others are added.

@@ -53,51 +53,51 @@ unsigned DigitValue(char c) {
     return std::isxdigit(lower) ? unsigned(lower - 'a' + 10) : 99;
 }
 
-std::string Describe(const TMofLiteral& literal) {
+std::string Describe(const TMofConstant& literal) {
     switch (literal.m_kind) {
-    case TMofLiteral::kString:
+    case TMofConstant::kString:
         return "string \"" + std::string(literal.m_text) + "\"";
-    case TMofLiteral::kChar:
+    case TMofConstant::kChar:
         return "character '" + std::string(literal.m_text) + "'";
-    case TMofLiteral::kAlias:
+    case TMofConstant::kAlias:
         return "alias $" + std::string(literal.m_text);
     default:
         return "value " + std::string(literal.m_text);
     }
 }
 
-[[noreturn]] void Mismatch(const TMofLiteral& literal, TCIMValue::TCIMType type) {
+[[noreturn]] void Mismatch(const TMofConstant& literal, TCIMValue::TCIMType type) {
     throw TMofValueError(Describe(literal) + kDoesNotFit + type.GetName());
 }
 
 // The kinds of literal each element type takes: a real also takes an integer, and a reference
 // a path string or an alias.
-bool Accepts(ECIMType type, TMofLiteral::EKind kind) {
+bool Accepts(ECIMType type, TMofConstant::EKind kind) {
     switch (type) {
     case kCIMTypeBoolean:
-        return kind == TMofLiteral::kBoolean;
+        return kind == TMofConstant::kBoolean;
     case kCIMTypeString:
     case kCIMTypeDateTime:
-        return kind == TMofLiteral::kString;
+        return kind == TMofConstant::kString;
     case kCIMTypeChar16:
-        return kind == TMofLiteral::kChar;
+        return kind == TMofConstant::kChar;
     case kCIMTypeReal32:
     case kCIMTypeReal64:
-        return kind == TMofLiteral::kReal || kind == TMofLiteral::kInteger;
+        return kind == TMofConstant::kReal || kind == TMofConstant::kInteger;
     case kCIMTypeReference:
-        return kind == TMofLiteral::kString || kind == TMofLiteral::kAlias;
+        return kind == TMofConstant::kString || kind == TMofConstant::kAlias;
     default:
-        return kind == TMofLiteral::kInteger;
+        return kind == TMofConstant::kInteger;
     }
 }
 
 // The text the core converts, by the same rules as element text, in the buffer given.
-const std::string& CoreText(const TMofLiteral& literal, ECIMType type, const TAliasLookup& aliases,
+const std::string& CoreText(const TMofConstant& literal, ECIMType type, const TAliasLookup& aliases,
                             std::string& text) {
     const bool integer = type != kCIMTypeReal32 && type != kCIMTypeReal64;
-    if (literal.m_kind == TMofLiteral::kAlias) {
+    if (literal.m_kind == TMofConstant::kAlias) {
         text = aliases(literal.m_text);
-    } else if (literal.m_kind == TMofLiteral::kInteger && integer) {
+    } else if (literal.m_kind == TMofConstant::kInteger && integer) {
         text = MofIntegerToDecimal(literal.m_text);
     } else {
         text.assign(literal.m_text);
@@ -105,10 +105,10 @@ const std::string& CoreText(const TMofLiteral& literal, ECIMType type, const TAl
     return text;
 }
 
-TCIMValue ScalarToValue(const TMofLiteral& literal, ECIMType type,
+TCIMValue ScalarToValue(const TMofConstant& literal, ECIMType type,
                         const boost::shared_ptr<ICIMNamespace>& ns, const TAliasLookup& aliases,
                         std::string& buffer) {
-    if (literal.m_kind == TMofLiteral::kNull) {
+    if (literal.m_kind == TMofConstant::kNull) {
         return TCIMValue(type, 0);
     }
     if (!Accepts(type, literal.m_kind)) {
@@ -162,20 +162,20 @@ TCIMValue MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type
                             const TAliasLookup& aliases, std::string& text) {
     const ECIMType element = type.GetElementType();
     if (!type.IsArray()) {
-        if (literal.m_kind == TMofLiteral::kArray) {
+        if (literal.m_kind == TMofConstant::kArray) {
             throw TMofValueError(kArrayForScalar + type.GetName());
         }
         return ScalarToValue(literal, element, ns, aliases, text);
     }
-    if (literal.m_kind == TMofLiteral::kNull) {
+    if (literal.m_kind == TMofConstant::kNull) {
         return TCIMValue(type, arraySize);
     }
     std::vector<TCIMValue> elements;
-    if (literal.m_kind != TMofLiteral::kArray) {
+    if (literal.m_kind != TMofConstant::kArray) {
         elements.push_back(ScalarToValue(literal, element, ns, aliases, text));
     }
     elements.reserve(literal.m_elements.size());
-    for (const TMofLiteral& each : literal.m_elements) {
+    for (const TMofConstant& each : literal.m_elements) {
         elements.push_back(ScalarToValue(each, element, ns, aliases, text));
     }
     TCIMValue value;

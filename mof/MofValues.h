@@ -15,13 +15,21 @@
 
 namespace NQRN20 {
 
-// A constant, an alias or an array of constants, before its type is known. The text is a view,
-// of the document or of text the compiler keeps for the declaration being read.
-struct TMofLiteral {
+// A constant or an alias, before its type is known. The text is a view, of the document or of
+// text the compiler keeps for the declaration being read.
+struct TMofConstant {
     enum EKind { kNone, kInteger, kReal, kString, kChar, kBoolean, kNull, kAlias, kArray };
     EKind m_kind = kNone;
     std::string_view m_text;
-    std::vector<TMofLiteral> m_elements;
+};
+
+// A constant, or an array of them (kArray): arrays hold constants only, so a literal nests one
+// level at most and its elements are copied and dropped as plain values.
+struct TMofLiteral : TMofConstant {
+    TMofLiteral() = default;
+    TMofLiteral(const TMofConstant& constant) : TMofConstant(constant) {}
+
+    std::vector<TMofConstant> m_elements;
 };
 
 // Gives the object path an alias stands for; throws TMofValueError for one not defined.
