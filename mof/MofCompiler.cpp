@@ -547,15 +547,12 @@ TCIMValue TMofCompiler::QualifierValue(const TQualifier& qualifier,
     return ToValue(implied, qualifier.m_at, type, 0);
 }
 
-boost::shared_ptr<ICIMClass> TMofCompiler::FindClass(std::string_view name, const TMofToken& at,
-                                                     const std::string& failure) {
+// The class of the name, null where the namespace has none; each caller says why it needs it.
+boost::shared_ptr<ICIMClass> TMofCompiler::FindClass(std::string_view name) {
     boost::shared_ptr<ICIMClass> found;
     try {
         found = m_namespace->GetClass(Name(name), TCIMOptions());
     } catch (const TQRNException&) {
-    }
-    if (!found) {
-        FailAt(at, failure);
     }
     return found;
 }
@@ -571,7 +568,11 @@ TMofCompiler::ReferencedClass(std::string_view name, const TMofToken& at,
             return building;
         }
     }
-    return FindClass(name, at, "unknown referenced class " + std::string(name));
+    const boost::shared_ptr<ICIMClass> found = FindClass(name);
+    if (!found) {
+        FailAt(at, "unknown referenced class " + std::string(name));
+    }
+    return found;
 }
 
 TCIMValue TMofCompiler::ToValue(const TMofLiteral& literal, const TMofToken& at,
@@ -608,8 +609,10 @@ void TMofCompiler::ClassDeclaration(const TQualifiers& qualifiers) {
     if (Accept(':')) {
         const TMofToken at = m_source->m_token;
         const std::string_view superName = ExpectIdentifier("a superclass name");
-        superClass = FindClass(
-            superName, at, "unknown superclass " + std::string(superName) + " of class " + name);
+        superClass = FindClass(superName);
+        if (!superClass) {
+            FailAt(at, "unknown superclass " + std::string(superName) + " of class " + name);
+        }
     }
     const boost::shared_ptr<ICIMClass> cimClass =
         m_namespace->CreateClass(name, superClass, TCIMOptions());
@@ -770,8 +773,11 @@ void TMofCompiler::InstanceDeclaration() {
         }
         Advance();
     }
-    const auto instance = FindClass(className, at, "unknown class " + std::string(className))
-                              ->CreateInstance(TCIMOptions());
+    const boost::shared_ptr<ICIMClass> cimClass = FindClass(className);
+    if (!cimClass) {
+        FailAt(at, "unknown class " + std::string(className));
+    }
+    const auto instance = cimClass->CreateInstance(TCIMOptions());
     Expect('{');
     while (!Accept('}')) {
         ValueInitializer(instance);

@@ -112,8 +112,7 @@ private:
     TMofLiteral Initializer();
     TMofConstant Constant();
 
-    boost::shared_ptr<ICIMClass> FindClass(std::string_view name, const TMofToken& at,
-                                           const std::string& failure);
+    boost::shared_ptr<ICIMClass> FindClass(std::string_view name);
     boost::shared_ptr<ICIMClass> ReferencedClass(std::string_view name, const TMofToken& at,
                                                  const boost::shared_ptr<ICIMClass>& building);
     static EEmbeddedObject EmbeddedKind(std::string_view name);

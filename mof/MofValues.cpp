@@ -4,7 +4,6 @@
 #include "core/Text.h"
 
 #include <cctype>
-#include <cstring>
 #include <limits>
 
 namespace NQRN20 {
@@ -17,7 +16,7 @@ const char kDoesNotFit[] = " does not fit type ";
 const char kArrayForScalar[] = "an array value for a scalar of type ";
 
 const struct {
-    const char* m_name;
+    std::string_view m_name;
     ECIMType m_type;
 } kDataTypes[] = {
     {"boolean", kCIMTypeBoolean}, {"string", kCIMTypeString},     {"char16", kCIMTypeChar16},
@@ -149,8 +148,8 @@ std::string MofIntegerToDecimal(std::string_view literal) {
 
 TCIMValue::TCIMType MofDataType(std::string_view word) {
     for (const auto& dataType : kDataTypes) {
-        const size_t size = std::strlen(dataType.m_name);
-        if (word.size() == size && EqualNoCase(word.data(), dataType.m_name, size)) {
+        const std::string_view name = dataType.m_name;
+        if (word.size() == name.size() && EqualNoCase(word.data(), name.data(), name.size())) {
             return dataType.m_type;
         }
     }
