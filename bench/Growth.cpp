@@ -164,6 +164,9 @@ std::vector<TGrowth> MeasureGrowth(const TTiming& timing) {
 }
 
 void PrintGrowth(const std::vector<TGrowth>& growth) {
+    if (growth.empty()) {
+        return;
+    }
     std::printf("\n%-36s %8s %10s %8s %10s %7s\n", "generated documents", "small", "cost", "large",
                 "cost", "ratio");
     for (const TGrowth& row : growth) {

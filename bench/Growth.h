@@ -22,6 +22,7 @@ struct TGrowth {
 // whole parse of documents with 10^4 and 10^5 errors.
 std::vector<TGrowth> MeasureGrowth(const TTiming& timing);
 
+// The rows under their heading; nothing where none was measured.
 void PrintGrowth(const std::vector<TGrowth>& growth);
 
 // The larger size must cost at most 1.2 times as much per unit as the smaller one.
