@@ -62,12 +62,12 @@ double InChild(const std::function<double()>& measure) {
     return figure;
 }
 
-// The medians of the small and the large workload's runs, in nanoseconds per unit, where units
-// is what one run of each processes. Each round times both in turns, so that the machine's drift
-// does not fall on one of them only. Together, they share the rounds' seconds. Apart, each round
-// runs each in a child of its own: workloads that build namespaces leave the heap in a state the
-// other's runs would inherit, and a 1 MB parse ran a third faster in memory that a 64 MB one had
-// just freed.
+} // namespace
+
+// Each round times both in turns, so that the machine's drift does not fall on one of them only.
+// Apart, each round runs each in a child of its own: workloads that build namespaces leave the
+// heap in a state the other's runs would inherit, and a 1 MB parse ran a third faster in memory
+// that a 64 MB one had just freed.
 std::pair<double, double> CostsOf(const TWorkload& small, double smallUnits, const TWorkload& large,
                                   double largeUnits, bool together, const TTiming& timing) {
     // Microseconds per run: with one byte per run, the throughputs are runs per microsecond.
@@ -98,6 +98,8 @@ std::pair<double, double> CostsOf(const TWorkload& small, double smallUnits, con
     }
     return {Median(smallTimes) / smallUnits, Median(largeTimes) / largeUnits};
 }
+
+namespace {
 
 TWorkload TokenizerWorkload(TBuffer& buffer) {
     const auto run = [&buffer] {
@@ -163,12 +165,12 @@ std::vector<TGrowth> MeasureGrowth(const TTiming& timing) {
     return growth;
 }
 
-void PrintGrowth(const std::vector<TGrowth>& growth) {
+void PrintGrowth(const std::string& title, const std::vector<TGrowth>& growth) {
     if (growth.empty()) {
         return;
     }
-    std::printf("\n%-36s %8s %10s %8s %10s %7s\n", "generated documents", "small", "cost", "large",
-                "cost", "ratio");
+    std::printf("\n%-36s %8s %10s %8s %10s %7s\n", title.c_str(), "small", "cost", "large", "cost",
+                "ratio");
     for (const TGrowth& row : growth) {
         std::printf("%-36s %8s %10.2f %8s %10.2f %7.2f\n", row.m_what.c_str(), row.m_small.c_str(),
                     row.m_smallCost, row.m_large.c_str(), row.m_largeCost, row.Ratio());

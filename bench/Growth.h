@@ -4,6 +4,7 @@
 #include "Harness.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace NBench {
@@ -22,8 +23,14 @@ struct TGrowth {
 // whole parse of documents with 10^4 and 10^5 errors.
 std::vector<TGrowth> MeasureGrowth(const TTiming& timing);
 
-// The rows under their heading; nothing where none was measured.
-void PrintGrowth(const std::vector<TGrowth>& growth);
+// The medians of the small and the large workload's runs, in nanoseconds per unit, where units
+// is what one run of each processes. Together, the two share each round's seconds; apart, each
+// round runs each in a child process of its own, for workloads that build namespaces.
+std::pair<double, double> CostsOf(const TWorkload& small, double smallUnits, const TWorkload& large,
+                                  double largeUnits, bool together, const TTiming& timing);
+
+// The rows under the title; nothing where none was measured.
+void PrintGrowth(const std::string& title, const std::vector<TGrowth>& growth);
 
 // The larger size must cost at most 1.2 times as much per unit as the smaller one.
 void AddGrowthChecks(const std::vector<TGrowth>& growth, std::vector<TCheck>& checks);

@@ -572,6 +572,9 @@ int main(int argc, char** argv) {
     const std::vector<TGrowth> growth = Selected(options.m_only, kGrowth)
                                             ? MeasureGrowth(options.m_timing)
                                             : std::vector<TGrowth>();
+    const std::vector<TGrowth> mofGrowth =
+        Selected(options.m_only, kMof) ? std::vector<TGrowth>{MeasureMofGrowth(options.m_timing)}
+                                       : std::vector<TGrowth>();
 
     const std::vector<std::string> references{kMemchr, kExpat, kLibxml2, kPugixml, kGzread};
     const std::vector<TResult>& results = bench.Results();
@@ -583,12 +586,13 @@ int main(int argc, char** argv) {
     if (oneShot.m_peakKib > 0) {
         PrintFresh(fresh);
     }
-    PrintGrowth(growth);
+    PrintGrowth("generated documents", growth);
     for (const TDocument& document : documents) {
         if (document.m_schema && Selected(options.m_only, kMof)) {
             PrintMofSpeed(MeasureMofSpeed(document.m_path.string(), options.m_timing));
         }
     }
+    PrintGrowth("generated schemas as MOF", mofGrowth);
     if (bench.LoggedLines() > 0) {
         std::printf("the loads logged %llu lines, the first: %s\n",
                     static_cast<unsigned long long>(bench.LoggedLines()),
@@ -598,6 +602,7 @@ int main(int argc, char** argv) {
     std::vector<TCheck> checks = Targets(results, documents, oneShot);
     AddRatio(checks, "one-shot cimxml of all documents, MB/s", fresh.m_cimxmlMbps, 250, true);
     AddGrowthChecks(growth, checks);
+    AddGrowthChecks(mofGrowth, checks);
     PrintChecks(checks);
     if (!options.m_json.empty()) {
         std::vector<std::pair<std::string, double>> figures{
@@ -607,9 +612,11 @@ int main(int argc, char** argv) {
             {"warm_load_mbps", fresh.m_warmMbps},
             {"peak_resident_mb", double(oneShot.m_peakKib) * 1024 / 1e6},
             {"documents_mb", fresh.m_documentsMb}};
-        for (const TGrowth& row : growth) {
-            figures.push_back({row.m_what + " at " + row.m_small, row.m_smallCost});
-            figures.push_back({row.m_what + " at " + row.m_large, row.m_largeCost});
+        for (const std::vector<TGrowth>* rows : {&growth, &mofGrowth}) {
+            for (const TGrowth& row : *rows) {
+                figures.push_back({row.m_what + " at " + row.m_small, row.m_smallCost});
+                figures.push_back({row.m_what + " at " + row.m_large, row.m_largeCost});
+            }
         }
         WriteJson(options.m_json, results, references, checks, figures);
     }
