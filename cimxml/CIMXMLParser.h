@@ -1,6 +1,7 @@
 // TCIMXMLParser: turns the tokenizer's callbacks into CIM objects through a stack of parse states.
 #pragma once
 
+#include "cimxml/QualifierDecls.h"
 #include "core/Core.h"
 #include "tokenizer/XmlParser.h"
 
@@ -222,6 +223,7 @@ private:
     // indentation between elements, which nothing reads.
     std::string m_text;
     bool m_collectingText = false;
+    TQualifierDecls m_qualifierDecls;
     // The lowered name of the element being dispatched; callbacks never nest.
     std::string m_elementName;
     const char* m_elementNameFrom = nullptr;

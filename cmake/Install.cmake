@@ -7,6 +7,7 @@ set(XMLPARSER_PUBLIC_HEADERS
     tokenizer/AttributeMap.h
     tokenizer/XmlParser.h
     cimxml/CIMXMLParser.h
+    cimxml/QualifierDecls.h
     populator/LoadReport.h
     populator/NamespacePopulator.h
     mof/MofLoader.h

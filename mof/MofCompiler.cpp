@@ -516,7 +516,7 @@ void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers&
     for (const TQualifier& qualifier : qualifiers) {
         boost::shared_ptr<ICIMQualifierDecl> declaration;
         try {
-            declaration = m_namespace->GetQualifierDecl(Name(qualifier.m_name), TCIMOptions());
+            declaration = m_qualifierDecls.Find(*m_namespace, Name(qualifier.m_name));
         } catch (const TQRNException&) {
         }
         if (!declaration) {

@@ -1,6 +1,7 @@
 // TMofCompiler: a recursive-descent parser of MOF that builds what it reads into a namespace.
 #pragma once
 
+#include "cimxml/QualifierDecls.h"
 #include "core/Core.h"
 #include "mof/MofLexer.h"
 #include "mof/MofValues.h"
@@ -127,6 +128,7 @@ private:
                         const TMofToken& at);
 
     boost::shared_ptr<ICIMNamespace> m_namespace;
+    TQualifierDecls m_qualifierDecls;
     TLoadReport& m_report;
     TSource* m_source = nullptr;
     // Braces opened since the top-level declaration began, for the skip after an error.

@@ -75,7 +75,7 @@ void TCIMXMLParser::TStateQualifier::StartElement(TCIMXMLParser& parser, const s
 void TCIMXMLParser::TStateQualifier::EndElement(TCIMXMLParser& parser, const std::string&) {
     boost::shared_ptr<ICIMQualifierDecl> declaration =
         LookUpOrLog(kCouldntFindQualifier, m_name, [&] {
-            return RequireNamespace(parser)->GetQualifierDecl(m_name, TCIMOptions());
+            return parser.m_qualifierDecls.Find(*RequireNamespace(parser), m_name);
         });
     // A propagated qualifier stays with the element it was inherited from. Nothing is attached
     // to an owner that was not created: that is reported with the owner's element.
