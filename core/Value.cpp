@@ -144,17 +144,15 @@ void TCIMValue::SetReferencedClass(const boost::shared_ptr<ICIMClass>& reference
     if (m_type.GetElementType() != kCIMTypeReference) {
         Mismatch();
     }
-    if (IsArray()) {
-        if (!std::holds_alternative<TArrayContent>(m_content)) {
-            m_content = TArrayContent();
+    // A null value gets content that holds the class alone.
+    const auto record = [&](auto kind) {
+        using TKind = decltype(kind);
+        if (!std::holds_alternative<TKind>(m_content)) {
+            m_content = kind;
         }
-        std::get<TArrayContent>(m_content).m_class = referencedClass;
-    } else {
-        if (!std::holds_alternative<TReferenceContent>(m_content)) {
-            m_content = TReferenceContent();
-        }
-        std::get<TReferenceContent>(m_content).m_class = referencedClass;
-    }
+        std::get<TKind>(m_content).m_class = referencedClass;
+    };
+    IsArray() ? record(TArrayContent()) : record(TReferenceContent());
 }
 
 boost::shared_ptr<ICIMClass> TCIMValue::GetReferencedClass() const {

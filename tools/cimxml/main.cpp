@@ -302,9 +302,9 @@ std::string Counted(size_t count, const char* singular, const char* plural) {
     return std::to_string(count) + " " + (count == 1 ? singular : plural);
 }
 
-// Most of a load's time in a fresh process goes to faulting in, one 4 KiB page at a time, the
-// memory that the namespace's objects take. Growing the heap once by a block that the system may
-// back with huge pages turns some 512 of those faults into one. Nothing is asked where the heap
+// A quarter of a load's time in a fresh process goes to faulting in, one 4 KiB page at a time,
+// the memory that the namespace's objects take. Growing the heap once by a block that the system
+// may back with huge pages turns some 512 of those faults into one. Nothing is asked where the heap
 // does not grow by moving the program break (another allocator, a sanitizer, valgrind).
 void ReserveHugePageHeap() {
 #ifdef MADV_HUGEPAGE
