@@ -88,6 +88,15 @@ TEST(TStateQualifier, AttachesQualifiersWithTheirValueAndFlavor) {
          ClassB("<QUALIFIER NAME='Key' PROPAGATED='true'/>"
                 "<QUALIFIER NAME='Nope' TYPE='string' PROPAGATED='true'/>"),
          "3 TCIMXMLParser: Couldn't find qualifier Nope\n", "class T_B\n"},
+        {"a qualifier not found is asked for again, and found once declared",
+         "<CIM CIMVERSION='2.0' DTDVERSION='2.0'><DECLARATION><DECLGROUP>" +
+             ClassB("<QUALIFIER NAME='Q' TYPE='string'/>") + "</DECLGROUP><DECLGROUP>" +
+             DeclareQ("TYPE='string'", "<SCOPE/>") +
+             "<VALUE.OBJECT><CLASS NAME='T_C'><QUALIFIER NAME='Q' TYPE='string'><VALUE>c</VALUE>"
+             "</QUALIFIER></CLASS></VALUE.OBJECT></DECLGROUP></DECLARATION></CIM>",
+         "3 TCIMXMLParser: Couldn't find qualifier Q\n",
+         "qualifier Q string null scope 0 flavor 3\nclass T_B\nclass T_C [Q=string 'c' flavor "
+         "3]\n"},
         {"an undeclared qualifier; a child that is not a value",
          ClassB("<QUALIFIER NAME='Nope' TYPE='string'><VALUE>x</VALUE></QUALIFIER>"
                 "<QUALIFIER NAME='Key'><FOO/></QUALIFIER>"),
