@@ -741,9 +741,7 @@ uint32_t TMofCompiler::ArrayShape(bool& isArray) {
     const TMofToken at = m_source->m_token;
     uint64_t size = 0;
     try {
-        size = at.m_kind == TMofToken::kInteger
-                   ? std::stoull(MofIntegerToDecimal(std::string(at.m_text)))
-                   : 0;
+        size = at.m_kind == TMofToken::kInteger ? std::stoull(MofIntegerToDecimal(at.m_text)) : 0;
     } catch (const std::exception&) {
     }
     if (size == 0 || size > UINT32_MAX || at.m_text[0] == '-') {

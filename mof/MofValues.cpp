@@ -1,8 +1,6 @@
 // Literals as the MOF parser reads them, and their conversion to values of a declared type.
 #include "mof/MofValues.h"
 
-#include "core/Text.h"
-
 #include <cctype>
 #include <limits>
 
@@ -14,17 +12,6 @@ const char kNotAnInteger[] = "not an integer: ";
 const char kTooLarge[] = "integer beyond 64 bits: ";
 const char kDoesNotFit[] = " does not fit type ";
 const char kArrayForScalar[] = "an array value for a scalar of type ";
-
-const struct {
-    std::string_view m_name;
-    ECIMType m_type;
-} kDataTypes[] = {
-    {"boolean", kCIMTypeBoolean}, {"string", kCIMTypeString},     {"char16", kCIMTypeChar16},
-    {"uint8", kCIMTypeUint8},     {"sint8", kCIMTypeSint8},       {"uint16", kCIMTypeUint16},
-    {"sint16", kCIMTypeSint16},   {"uint32", kCIMTypeUint32},     {"sint32", kCIMTypeSint32},
-    {"uint64", kCIMTypeUint64},   {"sint64", kCIMTypeSint64},     {"real32", kCIMTypeReal32},
-    {"real64", kCIMTypeReal64},   {"datetime", kCIMTypeDateTime},
-};
 
 struct TRadix {
     unsigned m_base;
@@ -146,14 +133,14 @@ std::string MofIntegerToDecimal(std::string_view literal) {
     return (negative ? "-" : "") + std::to_string(value);
 }
 
+// The names of TYPE attributes, reference aside: MOF writes a reference as "Class REF".
 TCIMValue::TCIMType MofDataType(std::string_view word) {
-    for (const auto& dataType : kDataTypes) {
-        const std::string_view name = dataType.m_name;
-        if (word.size() == name.size() && EqualNoCase(word.data(), name.data(), name.size())) {
-            return dataType.m_type;
-        }
+    try {
+        const TCIMValue::TCIMType type{std::string(word)};
+        return type == kCIMTypeReference ? TCIMValue::TCIMType() : type;
+    } catch (const TQRNException&) {
+        return TCIMValue::TCIMType();
     }
-    return kCIMTypeNone;
 }
 
 TCIMValue MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type,
