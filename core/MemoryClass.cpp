@@ -1,6 +1,8 @@
 // TMemoryClass: property and method declarations with inheritance, and its iterative release.
 #include "core/MemoryModel.h"
 
+#include <algorithm>
+
 namespace NQRN20 {
 
 void TClassDeleter::operator()(TMemoryClass* cimClass) const {
@@ -24,7 +26,7 @@ TMemoryClass::TMemoryClass(boost::weak_ptr<TMemoryNamespaceImpl> owner, const st
     : TNamedElement(name), m_owner(std::move(owner)), m_superClass(superClass),
       m_depth(superClass ? superClass->m_depth + 1 : 0) {
     if (superClass) {
-        m_qualifiers.Inherit(superClass->EffectiveQualifiers());
+        m_qualifiers.Inherit(superClass->Qualifiers());
     }
 }
 
@@ -37,14 +39,17 @@ void TMemoryClass::Commit(TCIMOptions) {
     const boost::shared_ptr<TMemoryNamespaceImpl> owner = LockOwner(m_owner);
     m_properties = MergedProperties();
     m_methods = MergedMethods();
+    const auto& properties = m_properties.All();
     m_keyProperties.clear();
+    m_keyProperties.reserve(size_t(std::count_if(properties.begin(), properties.end(),
+                                                 [](const auto& decl) { return decl->IsKey(); })));
     m_propertyTypes.clear();
-    m_propertyTypes.reserve(m_properties.All().size());
-    for (size_t i = 0; i < m_properties.All().size(); ++i) {
-        if (m_properties.All()[i]->IsKey()) {
+    m_propertyTypes.reserve(properties.size());
+    for (size_t i = 0; i < properties.size(); ++i) {
+        if (properties[i]->IsKey()) {
             m_keyProperties.push_back(i);
         }
-        m_propertyTypes.push_back(m_properties.All()[i]->Value().GetType());
+        m_propertyTypes.push_back(properties[i]->Value().GetType());
     }
     owner->CommitClass(shared_from_this());
 }
@@ -54,9 +59,8 @@ TMemoryClass::CreatePropertyDecl(const std::string& name, const TCIMValue& initi
     CheckWritable();
     const boost::shared_ptr<TMemoryPropertyDecl> overridden =
         m_superClass ? m_superClass->m_properties.Find(name) : nullptr;
-    return boost::shared_ptr<ICIMPropertyDecl>(
-        new TMemoryPropertyDecl(weak_from_this(), name, initial,
-                                overridden ? overridden->EffectiveQualifiers() : TQualifierList()));
+    return boost::shared_ptr<ICIMPropertyDecl>(new TMemoryPropertyDecl(
+        weak_from_this(), name, initial, overridden ? &overridden->Qualifiers() : nullptr));
 }
 
 boost::shared_ptr<ICIMPropertyDecl> TMemoryClass::GetPropertyDecl(const std::string& name,
@@ -97,9 +101,8 @@ boost::shared_ptr<ICIMMethodDecl> TMemoryClass::CreateMethodDecl(const std::stri
     CheckWritable();
     const boost::shared_ptr<TMemoryMethodDecl> overridden =
         m_superClass ? m_superClass->m_methods.Find(name) : nullptr;
-    return boost::shared_ptr<ICIMMethodDecl>(
-        new TMemoryMethodDecl(weak_from_this(), name, returnType,
-                              overridden ? overridden->EffectiveQualifiers() : TQualifierList()));
+    return boost::shared_ptr<ICIMMethodDecl>(new TMemoryMethodDecl(
+        weak_from_this(), name, returnType, overridden ? &overridden->Qualifiers() : nullptr));
 }
 
 boost::shared_ptr<ICIMMethodDecl> TMemoryClass::GetMethodDecl(const std::string& name,
@@ -165,25 +168,14 @@ bool TMemoryClass::BelongsTo(const boost::shared_ptr<TMemoryNamespaceImpl>& owne
 
 // Overrides keep the place of the member they override; new members follow in commit order.
 TMemberTable<TMemoryPropertyDecl> TMemoryClass::MergedProperties() const {
-    TMemberTable<TMemoryPropertyDecl> merged;
-    if (m_superClass) {
-        merged = m_superClass->m_properties;
-    }
-    for (const boost::shared_ptr<TMemoryPropertyDecl>& decl : m_localProperties.All()) {
-        merged.Put(decl);
-    }
-    return merged;
+    return TMemberTable<TMemoryPropertyDecl>(m_superClass ? m_superClass->m_properties
+                                                          : TMemberTable<TMemoryPropertyDecl>(),
+                                             m_localProperties);
 }
 
 TMemberTable<TMemoryMethodDecl> TMemoryClass::MergedMethods() const {
-    TMemberTable<TMemoryMethodDecl> merged;
-    if (m_superClass) {
-        merged = m_superClass->m_methods;
-    }
-    for (const boost::shared_ptr<TMemoryMethodDecl>& decl : m_localMethods.All()) {
-        merged.Put(decl);
-    }
-    return merged;
+    return TMemberTable<TMemoryMethodDecl>(
+        m_superClass ? m_superClass->m_methods : TMemberTable<TMemoryMethodDecl>(), m_localMethods);
 }
 
 } // namespace NQRN20

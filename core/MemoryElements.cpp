@@ -1,6 +1,8 @@
 // Qualifiers, qualifier declarations, and the property, method and parameter declarations.
 #include "core/MemoryModel.h"
 
+#include <algorithm>
+
 namespace NQRN20 {
 
 namespace {
@@ -48,13 +50,13 @@ TMemoryQualifier::TMemoryQualifier(boost::shared_ptr<ICIMQualifierDecl> decl,
                                    const TCIMValue& value, ICIMQualifierDecl::EFlavor flavor)
     : m_decl(std::move(decl)), m_value(Conform(value, DeclaredType(m_decl))), m_flavor(flavor) {}
 
-void TQualifierSet::Inherit(const TQualifierList& effective) {
-    m_inherited.reserve(effective.size());
-    for (const boost::shared_ptr<ICIMQualifier>& qualifier : effective) {
+void TQualifierSet::Inherit(const TQualifierSet& from) {
+    m_inherited.reserve(from.m_inherited.size() + from.m_own.size());
+    from.ForEachEffective([this](const boost::shared_ptr<ICIMQualifier>& qualifier) {
         if (qualifier->GetFlavor(TCIMOptions()) & ICIMQualifierDecl::kFlavorToSubclass) {
             m_inherited.push_back(qualifier);
         }
-    }
+    });
 }
 
 void TQualifierSet::Add(boost::shared_ptr<ICIMQualifier> qualifier) {
@@ -83,21 +85,30 @@ boost::shared_ptr<ICIMQualifier> TQualifierSet::Find(const std::string& name) co
     return boost::shared_ptr<ICIMQualifier>();
 }
 
-TQualifierList TQualifierSet::Effective() const {
-    TQualifierList effective = m_inherited;
+template <class TFunction>
+void TQualifierSet::ForEachEffective(TFunction&& function) const {
+    const auto named = [](const TQualifierList& list, const std::string& name) {
+        return std::find_if(list.begin(), list.end(), [&name](const auto& qualifier) {
+            return EqualNoCase(qualifier->GetName(TCIMOptions()), name);
+        });
+    };
+    for (const boost::shared_ptr<ICIMQualifier>& inherited : m_inherited) {
+        const auto own = named(m_own, inherited->GetName(TCIMOptions()));
+        function(own != m_own.end() ? *own : inherited);
+    }
     for (const boost::shared_ptr<ICIMQualifier>& own : m_own) {
-        bool replaced = false;
-        for (boost::shared_ptr<ICIMQualifier>& slot : effective) {
-            if (EqualNoCase(slot->GetName(TCIMOptions()), own->GetName(TCIMOptions()))) {
-                slot = own;
-                replaced = true;
-                break;
-            }
-        }
-        if (!replaced) {
-            effective.push_back(own);
+        if (named(m_inherited, own->GetName(TCIMOptions())) == m_inherited.end()) {
+            function(own);
         }
     }
+}
+
+TQualifierList TQualifierSet::Effective() const {
+    TQualifierList effective;
+    effective.reserve(m_inherited.size() + m_own.size());
+    ForEachEffective([&effective](const boost::shared_ptr<ICIMQualifier>& qualifier) {
+        effective.push_back(qualifier);
+    });
     return effective;
 }
 
@@ -122,10 +133,11 @@ void TMemoryParameterDecl::SetShape(bool isArray, uint32_t arraySize,
 }
 
 TMemoryMethodDecl::TMemoryMethodDecl(boost::weak_ptr<TMemoryClass> owner, const std::string& name,
-                                     TCIMValue::TCIMType returnType,
-                                     const TQualifierList& inherited)
+                                     TCIMValue::TCIMType returnType, const TQualifierSet* inherited)
     : TNamedElement(name), m_owner(std::move(owner)), m_type(returnType) {
-    m_qualifiers.Inherit(inherited);
+    if (inherited) {
+        m_qualifiers.Inherit(*inherited);
+    }
 }
 
 void TMemoryMethodDecl::Commit(TCIMOptions) {
@@ -154,9 +166,11 @@ void TMemoryMethodDecl::AddParameterDecl(const boost::shared_ptr<TMemoryParamete
 
 TMemoryPropertyDecl::TMemoryPropertyDecl(boost::weak_ptr<TMemoryClass> owner,
                                          const std::string& name, const TCIMValue& initial,
-                                         const TQualifierList& inherited)
+                                         const TQualifierSet* inherited)
     : TNamedElement(name), m_owner(std::move(owner)), m_value(initial) {
-    m_qualifiers.Inherit(inherited);
+    if (inherited) {
+        m_qualifiers.Inherit(*inherited);
+    }
 }
 
 boost::shared_ptr<ICIMQualifier> TMemoryPropertyDecl::GetQualifier(const std::string& name,

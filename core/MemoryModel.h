@@ -69,13 +69,34 @@ inline void PrefetchBlock(const void* data, size_t bytes) {
 template <class T>
 class TMemberTable {
 public:
+    TMemberTable() = default;
+    // The base's members, then the other's put in, each block sized once for both: a class
+    // commit merges its superclass's table with its own.
+    TMemberTable(const TMemberTable& base, const TMemberTable& other) {
+        const size_t count = base.m_members.size() + other.m_members.size();
+        if (count == 0) {
+            return;
+        }
+        m_members.reserve(count);
+        m_members.assign(base.m_members.begin(), base.m_members.end());
+        m_names.reserve(base.m_names.size() + other.m_names.size());
+        m_names.assign(base.m_names);
+        const size_t slots = SlotsFor(count);
+        m_slots = slots == base.m_slots.size() ? base.m_slots : Reindexed(slots, base.m_slots);
+        for (const boost::shared_ptr<T>& member : other.m_members) {
+            Put(member);
+        }
+    }
+
     // Appends, or replaces a member of the same name where it stands.
     void Put(const boost::shared_ptr<T>& member) {
         if (2 * (m_members.size() + 1) > m_slots.size()) {
-            Rehash(std::max<size_t>(16, 2 * m_slots.size()));
+            // Most tables hold a few members: room for several from the start.
+            m_members.reserve(std::max<size_t>(kFirstRoom, m_members.size()));
+            m_slots = Reindexed(std::max(SlotsFor(kFirstRoom), 2 * m_slots.size()), m_slots);
         }
         const std::string& name = member->Name();
-        TSlot& slot = m_slots[Probe(name.data(), name.size())];
+        TSlot& slot = m_slots[Probe(m_slots, name.data(), name.size())];
         if (slot.m_member != 0) {
             m_members[slot.m_member - 1] = member;
         } else {
@@ -95,7 +116,7 @@ public:
     // The position of a member, or the member count when absent.
     size_t IndexOf(const std::string& name) const {
         const uint32_t member =
-            m_slots.empty() ? 0 : m_slots[Probe(name.data(), name.size())].m_member;
+            m_slots.empty() ? 0 : m_slots[Probe(m_slots, name.data(), name.size())].m_member;
         return member == 0 ? m_members.size() : member - 1;
     }
     const std::vector<boost::shared_ptr<T>>& All() const { return m_members; }
@@ -128,24 +149,36 @@ private:
     }
     // The slot of the member of that name, or the empty slot where it would go. The slots are at
     // most half full, so an empty one is never far.
-    size_t Probe(const char* name, size_t size) const {
-        const size_t mask = m_slots.size() - 1;
+    size_t Probe(const std::vector<TSlot>& slots, const char* name, size_t size) const {
+        const size_t mask = slots.size() - 1;
         for (size_t i = THashNoCase()(name, size) & mask;; i = (i + 1) & mask) {
-            const TSlot& slot = m_slots[i];
+            const TSlot& slot = slots[i];
             if (slot.m_member == 0 || NameAt(slot.m_name, name, size)) {
                 return i;
             }
         }
     }
-    void Rehash(size_t size) {
-        std::vector<TSlot> old(size, TSlot{0, 0});
-        old.swap(m_slots);
-        for (const TSlot& slot : old) {
+    static constexpr size_t kFirstRoom = 8;
+
+    // Slots for that many members at most half full, a power of two.
+    static size_t SlotsFor(size_t members) {
+        size_t slots = 2 * kFirstRoom;
+        while (slots < 2 * members) {
+            slots *= 2;
+        }
+        return slots;
+    }
+    // Slots of the size for the members the slots given index; built aside, so that a table
+    // that cannot have the room stays as it was.
+    std::vector<TSlot> Reindexed(size_t size, const std::vector<TSlot>& from) const {
+        std::vector<TSlot> slots(size, TSlot{0, 0});
+        for (const TSlot& slot : from) {
             if (slot.m_member != 0) {
                 const char* name = m_names.data() + slot.m_name + sizeof(uint32_t);
-                m_slots[Probe(name, LengthAt(slot.m_name))] = slot;
+                slots[Probe(slots, name, LengthAt(slot.m_name))] = slot;
             }
         }
+        return slots;
     }
 
     std::vector<boost::shared_ptr<T>> m_members;
@@ -195,13 +228,18 @@ private:
 // to-subclass flavor from the element it overrides or the class it derives from.
 class TQualifierSet {
 public:
-    void Inherit(const TQualifierList& effective);
+    // Takes the effective qualifiers of the set with the to-subclass flavor.
+    void Inherit(const TQualifierSet& from);
     void Add(boost::shared_ptr<ICIMQualifier> qualifier);
     boost::shared_ptr<ICIMQualifier> Find(const std::string& name) const;
     // Inherited first, each replaced in place by an own qualifier of its name; then the others.
     TQualifierList Effective() const;
 
 private:
+    // Calls the function with each effective qualifier in order, without gathering them.
+    template <class TFunction>
+    void ForEachEffective(TFunction&& function) const;
+
     TQualifierList m_own;
     TQualifierList m_inherited;
 };
@@ -228,7 +266,7 @@ public:
     }
 
     const std::string& Name() const { return m_name; }
-    TQualifierList EffectiveQualifiers() const { return m_qualifiers.Effective(); }
+    const TQualifierSet& Qualifiers() const { return m_qualifiers; }
 
 protected:
     explicit TNamedElement(const std::string& name) : m_name(name) {
@@ -282,7 +320,7 @@ class TMemoryMethodDecl : public TNamedElement<ICIMMethodDecl>,
                           public boost::enable_shared_from_this<TMemoryMethodDecl> {
 public:
     TMemoryMethodDecl(boost::weak_ptr<TMemoryClass> owner, const std::string& name,
-                      TCIMValue::TCIMType returnType, const TQualifierList& inherited);
+                      TCIMValue::TCIMType returnType, const TQualifierSet* inherited);
     void Commit(TCIMOptions options) override;
     boost::shared_ptr<ICIMParameterDecl> CreateParameterDecl(const std::string& name,
                                                              TCIMValue::TCIMType type,
@@ -308,7 +346,7 @@ class TMemoryPropertyDecl : public TNamedElement<ICIMPropertyDecl>,
                             public boost::enable_shared_from_this<TMemoryPropertyDecl> {
 public:
     TMemoryPropertyDecl(boost::weak_ptr<TMemoryClass> owner, const std::string& name,
-                        const TCIMValue& initial, const TQualifierList& inherited);
+                        const TCIMValue& initial, const TQualifierSet* inherited);
     boost::shared_ptr<ICIMQualifier> GetQualifier(const std::string& name, TCIMOptions) override;
     void Commit(TCIMOptions options) override;
     const std::string& GetName(TCIMOptions) override { return m_name; }
