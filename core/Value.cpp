@@ -100,6 +100,9 @@ TCIMValue::TCIMValue(TCIMType type, uint32_t count) : m_type(type), m_count(coun
 TCIMValue::TCIMValue(const TCIMDateTime& dateTime)
     : m_type(kCIMTypeDateTime), m_null(false), m_content(dateTime) {}
 
+TCIMValue::TCIMValue(std::string text)
+    : m_type(kCIMTypeString), m_null(false), m_content(std::move(text)) {}
+
 void TCIMValue::Set(TCIMType type, uint32_t count, const std::vector<TCIMValue>& elements) {
     Set(type, count, std::vector<TCIMValue>(elements));
 }
