@@ -5,6 +5,7 @@
 #include "core/Text.h"
 #include "populator/DocumentReader.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 
@@ -451,23 +452,41 @@ uint32_t TMofCompiler::ApplyFlavor(uint32_t flavor, const TMofToken& keyword) co
                                                              : kExpected + std::string("a flavor"));
 }
 
+TMofCompiler::TQualifier& TMofCompiler::TQualifiers::Add() {
+    if (m_count == m_entries.size()) {
+        m_entries.emplace_back();
+    }
+    TQualifier& entry = m_entries[m_count++];
+    entry.m_value.m_kind = TMofConstant::kNone;
+    entry.m_value.m_text = {};
+    entry.m_value.m_elements.clear();
+    entry.m_flavors.clear();
+    return entry;
+}
+
+TMofCompiler::TQualifier* TMofCompiler::TQualifiers::Erase(TQualifier* entry) {
+    std::rotate(entry, entry + 1, end());
+    --m_count;
+    return entry;
+}
+
 // qualifierList: ["[" qualifier ("," qualifier)* "]"]
 // qualifier: qualifierName ["(" constantValue ")" | arrayInitializer] [":" flavor+]
 // The list is read into the one given, which is emptied first.
 void TMofCompiler::QualifierList(TQualifiers& qualifiers) {
-    qualifiers.clear();
+    qualifiers.Clear();
     if (!Accept('[')) {
         return;
     }
     do {
-        TQualifier& qualifier = qualifiers.emplace_back();
+        TQualifier& qualifier = qualifiers.Add();
         qualifier.m_at = m_source->m_token;
         qualifier.m_name = ExpectIdentifier("a qualifier name");
         if (Accept('(')) {
-            qualifier.m_value = Constant();
+            static_cast<TMofConstant&>(qualifier.m_value) = Constant();
             Expect(')');
         } else if (m_source->m_token.Is('{')) {
-            qualifier.m_value = Initializer();
+            Initializer(qualifier.m_value);
         }
         if (Accept(':')) {
             while (m_source->m_token.m_kind == TMofToken::kIdentifier) {
@@ -505,7 +524,7 @@ EEmbeddedObject TMofCompiler::TakeEmbeddedMarker(TQualifiers& qualifiers) {
         const EEmbeddedObject marked =
             it->m_value.m_kind == TMofConstant::kNull ? EmbeddedKind(it->m_name) : kEmbeddedNone;
         kind = marked != kEmbeddedNone ? marked : kind;
-        it = marked != kEmbeddedNone ? qualifiers.erase(it) : it + 1;
+        it = marked != kEmbeddedNone ? qualifiers.Erase(it) : it + 1;
     }
     return kind;
 }
@@ -516,7 +535,7 @@ void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers&
     for (const TQualifier& qualifier : qualifiers) {
         boost::shared_ptr<ICIMQualifierDecl> declaration;
         try {
-            declaration = m_qualifierDecls.Find(*m_namespace, Name(qualifier.m_name));
+            declaration = m_qualifierDecls.Find(*m_namespace, qualifier.m_name);
         } catch (const TQRNException&) {
         }
         if (!declaration) {
@@ -729,7 +748,8 @@ TCIMValue TMofCompiler::Default(TCIMValue::TCIMType type, bool shaped) {
         return TCIMValue(type, arraySize);
     }
     const TMofToken valueAt = m_source->m_token;
-    return ToValue(Initializer(), valueAt, type, arraySize);
+    Initializer(m_literal);
+    return ToValue(m_literal, valueAt, type, arraySize);
 }
 
 // array: "[" [positiveDecimalValue] "]"; the size, 0 for none.
@@ -817,7 +837,8 @@ void TMofCompiler::ValueInitializer(const boost::shared_ptr<ICIMInstance>& insta
     const std::string name(ExpectIdentifier("a property name"));
     Expect('=');
     const TMofToken valueAt = m_source->m_token;
-    const TMofLiteral literal = Initializer();
+    const TMofLiteral& literal = m_literal;
+    Initializer(m_literal);
     Expect(';');
     boost::shared_ptr<ICIMPropertyDecl> declaration;
     try {
@@ -839,23 +860,22 @@ void TMofCompiler::ValueInitializer(const boost::shared_ptr<ICIMInstance>& insta
 
 // initializer: constantValue | arrayInitializer | aliasIdentifier
 // arrayInitializer: "{" [constantValue ("," constantValue)*] "}"
-// Arrays hold only constants, so literals nest one level at most.
-TMofLiteral TMofCompiler::Initializer() {
+// Arrays hold only constants, so literals nest one level at most. Read into the literal given,
+// whose room for elements serves again.
+void TMofCompiler::Initializer(TMofLiteral& literal) {
+    literal.m_elements.clear();
     if (!Accept('{')) {
-        return Constant();
+        static_cast<TMofConstant&>(literal) = Constant();
+        return;
     }
-    TMofLiteral array;
-    array.m_kind = TMofConstant::kArray;
+    literal.m_kind = TMofConstant::kArray;
+    literal.m_text = {};
     if (!Accept('}')) {
-        // Gathered where the room of the arrays before is, then copied at their count.
-        m_elements.clear();
         do {
-            m_elements.push_back(Constant());
+            literal.m_elements.push_back(Constant());
         } while (Accept(','));
         Expect('}');
-        array.m_elements = m_elements;
     }
-    return array;
 }
 
 // constantValue: integerValue | realValue | charValue | stringValue+ | booleanValue

@@ -47,7 +47,24 @@ private:
         std::vector<TMofToken> m_flavors;
         TMofToken m_at;
     };
-    using TQualifiers = std::vector<TQualifier>;
+    // A qualifier list that keeps the room of its entries, their arrays and flavors included,
+    // for the lists after it.
+    class TQualifiers {
+    public:
+        void Clear() { m_count = 0; }
+        // A new, empty entry at the end.
+        TQualifier& Add();
+        // Takes the entry out, keeping its room behind the others.
+        TQualifier* Erase(TQualifier* entry);
+        TQualifier* begin() { return m_entries.data(); }
+        TQualifier* end() { return m_entries.data() + m_count; }
+        const TQualifier* begin() const { return m_entries.data(); }
+        const TQualifier* end() const { return m_entries.data() + m_count; }
+
+    private:
+        std::vector<TQualifier> m_entries;
+        size_t m_count = 0;
+    };
 
     // A type as written: where, its name, and whether it is a reference to that class.
     struct TTypeRef {
@@ -110,7 +127,7 @@ private:
     void ValueInitializer(const boost::shared_ptr<ICIMInstance>& instance);
     TCIMValue Default(TCIMValue::TCIMType type, bool shaped);
     uint32_t ArrayShape(bool& isArray);
-    TMofLiteral Initializer();
+    void Initializer(TMofLiteral& literal);
     TMofConstant Constant();
 
     boost::shared_ptr<ICIMClass> FindClass(std::string_view name);
@@ -144,8 +161,8 @@ private:
     TQualifiers m_declarationQualifiers;
     TQualifiers m_featureQualifiers;
     TQualifiers m_parameterQualifiers;
-    // The elements of the array initializer being read.
-    std::vector<TMofConstant> m_elements;
+    // The initializer of a default or an instance's value, with its room for array elements.
+    TMofLiteral m_literal;
     // The texts of the declaration being read that are not the document's, such as strings with
     // escapes; the first m_keptTexts are in use, the rest keep their room for the next ones. A
     // deque, so that a text stays where it is as others are added.

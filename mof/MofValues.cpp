@@ -12,6 +12,8 @@ const char kNotAnInteger[] = "not an integer: ";
 const char kTooLarge[] = "integer beyond 64 bits: ";
 const char kDoesNotFit[] = " does not fit type ";
 const char kArrayForScalar[] = "an array value for a scalar of type ";
+const char kTrue[] = "true";
+const char kFalse[] = "false";
 
 struct TRadix {
     unsigned m_base;
@@ -99,6 +101,15 @@ TCIMValue ScalarToValue(const TMofConstant& literal, ECIMType type,
     }
     if (!Accepts(type, literal.m_kind)) {
         Mismatch(literal, type);
+    }
+    // The commonest values need no conversion: a string as it stands, and a boolean's word.
+    if (type == kCIMTypeString) {
+        return TCIMValue(std::string(literal.m_text));
+    }
+    if (type == kCIMTypeBoolean) {
+        static const TCIMValue kTrueValue(kCIMTypeBoolean, kTrue, nullptr);
+        static const TCIMValue kFalseValue(kCIMTypeBoolean, kFalse, nullptr);
+        return literal.m_text.size() == 4 ? kTrueValue : kFalseValue;
     }
     const std::string& text = CoreText(literal, type, aliases, buffer);
     try {
