@@ -168,14 +168,15 @@ bool TMemoryClass::BelongsTo(const boost::shared_ptr<TMemoryNamespaceImpl>& owne
 
 // Overrides keep the place of the member they override; new members follow in commit order.
 TMemberTable<TMemoryPropertyDecl> TMemoryClass::MergedProperties() const {
-    return TMemberTable<TMemoryPropertyDecl>(m_superClass ? m_superClass->m_properties
-                                                          : TMemberTable<TMemoryPropertyDecl>(),
+    static const TMemberTable<TMemoryPropertyDecl> kNone;
+    return TMemberTable<TMemoryPropertyDecl>(m_superClass ? m_superClass->m_properties : kNone,
                                              m_localProperties);
 }
 
 TMemberTable<TMemoryMethodDecl> TMemoryClass::MergedMethods() const {
-    return TMemberTable<TMemoryMethodDecl>(
-        m_superClass ? m_superClass->m_methods : TMemberTable<TMemoryMethodDecl>(), m_localMethods);
+    static const TMemberTable<TMemoryMethodDecl> kNone;
+    return TMemberTable<TMemoryMethodDecl>(m_superClass ? m_superClass->m_methods : kNone,
+                                           m_localMethods);
 }
 
 } // namespace NQRN20
