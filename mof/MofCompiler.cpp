@@ -138,7 +138,8 @@ std::string Canonical(const std::string& path) {
 } // namespace
 
 TMofCompiler::TMofCompiler(boost::shared_ptr<ICIMNamespace> ns, TLoadReport& report)
-    : m_namespace(std::move(ns)), m_report(report) {}
+    : m_namespace(std::move(ns)), m_report(report),
+      m_aliasLookup([this](std::string_view alias) { return AliasPath(alias); }) {}
 
 void TMofCompiler::Compile(const char* text, size_t length, const std::string& path) {
     TMofLexer lexer(text, length);
@@ -597,9 +598,7 @@ TMofCompiler::ReferencedClass(std::string_view name, const TMofToken& at,
 TCIMValue TMofCompiler::ToValue(const TMofLiteral& literal, const TMofToken& at,
                                 TCIMValue::TCIMType type, uint32_t arraySize) {
     try {
-        return MofLiteralToValue(
-            literal, type, arraySize, m_namespace,
-            [this](std::string_view alias) { return AliasPath(alias); }, m_valueText);
+        return MofLiteralToValue(literal, type, arraySize, m_namespace, m_aliasLookup, m_valueText);
     } catch (const TMofValueError& error) {
         FailAt(at, error.what());
     }

@@ -29,6 +29,8 @@ public:
     static constexpr uint32_t kWarningLevel = 2;
 
     TMofCompiler(boost::shared_ptr<ICIMNamespace> ns, TLoadReport& report);
+    TMofCompiler(const TMofCompiler&) = delete;
+    TMofCompiler& operator=(const TMofCompiler&) = delete;
 
     // Compiles the document, which must end with a zero byte, read from the path.
     void Compile(const char* text, size_t length, const std::string& path);
@@ -152,8 +154,9 @@ private:
     int32_t m_braceDepth = 0;
     // The declaration's closing semicolon has been read: an error found after it skips nothing.
     bool m_ended = false;
-    // The lowered alias names and the paths they stand for.
+    // The lowered alias names and the paths they stand for, and the lookup values are given.
     std::map<std::string, std::string> m_aliases;
+    const TAliasLookup m_aliasLookup;
     // The pragmas said once to have no effect, lowered.
     std::set<std::string> m_warnedPragmas;
     // The qualifier lists of a declaration, of a feature or value in it, and of a parameter;

@@ -118,6 +118,14 @@ bool TMofLexer::SkipBlockComment() {
 // The token after the blanks and comments; a comment left open is reported where it starts.
 TMofToken TMofLexer::Next() {
     while (m_at < m_end) {
+        // Blanks between tokens and indentation are most of the text outside strings; the
+        // terminator ends the run.
+        while (*m_at == ' ') {
+            ++m_at;
+        }
+        if (m_at == m_end) {
+            break;
+        }
         if (Has(*m_at, kSpace)) {
             Advance();
         } else if (m_at[0] == '/' && m_at[1] == '/') {
@@ -167,7 +175,8 @@ TMofToken TMofLexer::Word(TMofToken::EKind kind) {
     TMofToken token = Start(kind);
     m_at += kind == TMofToken::kAlias ? 1 : 0; // the dollar is not part of the name
     const char* from = m_at;
-    while (m_at < m_end && IsNameChar(*m_at)) {
+    // The terminator is no name character.
+    while (IsNameChar(*m_at)) {
         ++m_at;
     }
     token.m_text = std::string_view(from, size_t(m_at - from));
