@@ -61,9 +61,9 @@ void TQualifierSet::Inherit(const TQualifierSet& from) {
 
 void TQualifierSet::Add(boost::shared_ptr<ICIMQualifier> qualifier) {
     const std::string& name = qualifier->GetName(TCIMOptions());
-    for (boost::shared_ptr<ICIMQualifier>& own : m_own) {
-        if (EqualNoCase(own->GetName(TCIMOptions()), name)) {
-            own = std::move(qualifier);
+    for (TOwn& own : m_own) {
+        if (EqualNoCase(*own.m_name, name)) {
+            own = TOwn{std::move(qualifier), &name};
             return;
         }
     }
@@ -71,15 +71,25 @@ void TQualifierSet::Add(boost::shared_ptr<ICIMQualifier> qualifier) {
     if (m_own.empty()) {
         m_own.reserve(4);
     }
-    m_own.push_back(std::move(qualifier));
+    m_own.push_back(TOwn{std::move(qualifier), &name});
+}
+
+const TQualifierSet::TOwn* TQualifierSet::FindOwn(const std::string& name) const {
+    for (const TOwn& own : m_own) {
+        if (EqualNoCase(*own.m_name, name)) {
+            return &own;
+        }
+    }
+    return nullptr;
 }
 
 boost::shared_ptr<ICIMQualifier> TQualifierSet::Find(const std::string& name) const {
-    for (const TQualifierList* list : {&m_own, &m_inherited}) {
-        for (const boost::shared_ptr<ICIMQualifier>& qualifier : *list) {
-            if (EqualNoCase(qualifier->GetName(TCIMOptions()), name)) {
-                return qualifier;
-            }
+    if (const TOwn* own = FindOwn(name)) {
+        return own->m_qualifier;
+    }
+    for (const boost::shared_ptr<ICIMQualifier>& qualifier : m_inherited) {
+        if (EqualNoCase(qualifier->GetName(TCIMOptions()), name)) {
+            return qualifier;
         }
     }
     return boost::shared_ptr<ICIMQualifier>();
@@ -87,18 +97,18 @@ boost::shared_ptr<ICIMQualifier> TQualifierSet::Find(const std::string& name) co
 
 template <class TFunction>
 void TQualifierSet::ForEachEffective(TFunction&& function) const {
-    const auto named = [](const TQualifierList& list, const std::string& name) {
-        return std::find_if(list.begin(), list.end(), [&name](const auto& qualifier) {
+    const auto inheritedNamed = [this](const std::string& name) {
+        return std::any_of(m_inherited.begin(), m_inherited.end(), [&name](const auto& qualifier) {
             return EqualNoCase(qualifier->GetName(TCIMOptions()), name);
         });
     };
     for (const boost::shared_ptr<ICIMQualifier>& inherited : m_inherited) {
-        const auto own = named(m_own, inherited->GetName(TCIMOptions()));
-        function(own != m_own.end() ? *own : inherited);
+        const TOwn* own = FindOwn(inherited->GetName(TCIMOptions()));
+        function(own ? own->m_qualifier : inherited);
     }
-    for (const boost::shared_ptr<ICIMQualifier>& own : m_own) {
-        if (named(m_inherited, own->GetName(TCIMOptions())) == m_inherited.end()) {
-            function(own);
+    for (const TOwn& own : m_own) {
+        if (!inheritedNamed(*own.m_name)) {
+            function(own.m_qualifier);
         }
     }
 }

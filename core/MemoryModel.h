@@ -240,7 +240,15 @@ private:
     template <class TFunction>
     void ForEachEffective(TFunction&& function) const;
 
-    TQualifierList m_own;
+    // An own qualifier with its name, which it keeps alive: attaching one compares its name with
+    // every other's, and asking a qualifier for it costs a call through the interface.
+    struct TOwn {
+        boost::shared_ptr<ICIMQualifier> m_qualifier;
+        const std::string* m_name;
+    };
+    const TOwn* FindOwn(const std::string& name) const;
+
+    std::vector<TOwn> m_own;
     TQualifierList m_inherited;
 };
 
