@@ -151,7 +151,7 @@ void TMofCompiler::Compile(const char* text, size_t length, const std::string& p
 void TMofCompiler::CompileSource(TSource& source) {
     TSource* const outer = m_source;
     m_source = &source;
-    m_source->m_token = m_source->m_lexer->Next();
+    m_source->m_lexer->Next(m_source->m_token);
     while (m_source->m_token.m_kind != TMofToken::kEnd) {
         m_braceDepth = 0;
         m_ended = false;
@@ -205,7 +205,7 @@ void TMofCompiler::Recover(bool lexical) {
         }
         const bool end = token.Is(';') && m_braceDepth <= 0;
         m_braceDepth += token.Is('{') ? 1 : token.Is('}') ? -1 : 0;
-        token = m_source->m_lexer->Next();
+        m_source->m_lexer->Next(token);
         if (end) {
             return;
         }
@@ -231,7 +231,7 @@ void TMofCompiler::Advance() {
     TMofToken& token = m_source->m_token;
     m_ended |= token.Is(';') && m_braceDepth == 0;
     m_braceDepth += token.Is('{') ? 1 : token.Is('}') ? -1 : 0;
-    token = m_source->m_lexer->Next();
+    m_source->m_lexer->Next(token);
 }
 
 // What the parser expected is less use than why the text there is no token.

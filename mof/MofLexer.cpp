@@ -56,10 +56,9 @@ bool IsNameChar(char c) {
     return Has(c, kNameStart | kDigit);
 }
 
-TMofToken Failed(TMofToken token, std::string_view why) {
+void Fail(TMofToken& token, std::string_view why) {
     token.m_kind = TMofToken::kError;
     token.m_text = why;
-    return token;
 }
 
 // The UTF-8 bytes of a 16-bit code point.
@@ -87,12 +86,12 @@ TMofLexer::TMofLexer(const char* text, size_t length)
     }
 }
 
-TMofToken TMofLexer::Start(TMofToken::EKind kind) const {
-    TMofToken token;
+void TMofLexer::Start(TMofToken& token, TMofToken::EKind kind) const {
     token.m_kind = kind;
+    token.m_transient = false;
+    token.m_text = {};
     token.m_line = m_line;
     token.m_column = uint32_t(m_at - m_lineStart) + 1;
-    return token;
 }
 
 void TMofLexer::Advance() {
@@ -116,7 +115,7 @@ bool TMofLexer::SkipBlockComment() {
 }
 
 // The token after the blanks and comments; a comment left open is reported where it starts.
-TMofToken TMofLexer::Next() {
+void TMofLexer::Next(TMofToken& token) {
     while (m_at < m_end) {
         // Blanks between tokens and indentation are most of the text outside strings; the
         // terminator ends the run.
@@ -133,46 +132,44 @@ TMofToken TMofLexer::Next() {
                 ++m_at;
             }
         } else if (m_at[0] == '/' && m_at[1] == '*') {
-            const TMofToken comment = Start(TMofToken::kError);
+            Start(token, TMofToken::kError);
             m_at += 2;
             if (!SkipBlockComment()) {
-                return Failed(comment, kUnclosedComment);
+                Fail(token, kUnclosedComment);
+                return;
             }
         } else {
             break;
         }
     }
     if (m_at >= m_end) {
-        return Start(TMofToken::kEnd);
+        Start(token, TMofToken::kEnd);
+        return;
     }
     const char c = *m_at;
     if (Has(c, kNameStart)) {
-        return Word(TMofToken::kIdentifier);
-    }
-    if (Has(c, kPunctuator)) {
-        TMofToken token = Start(TMofToken::kPunct);
+        Word(token, TMofToken::kIdentifier);
+    } else if (Has(c, kPunctuator)) {
+        Start(token, TMofToken::kPunct);
         token.m_text = std::string_view(m_at++, 1);
-        return token;
+    } else if (c == '"' || c == '\'') {
+        Quoted(token, c);
+    } else if (c == '$') {
+        Word(token, TMofToken::kAlias);
+    } else if (Has(c, kDigit) || c == '+' || c == '-' || c == '.') {
+        Number(token);
+    } else {
+        m_buffer.assign(kUnexpected);
+        m_buffer += c;
+        m_buffer += '\'';
+        Start(token, TMofToken::kError);
+        Fail(token, m_buffer);
+        ++m_at;
     }
-    if (c == '"' || c == '\'') {
-        return Quoted(c);
-    }
-    if (c == '$') {
-        return Word(TMofToken::kAlias);
-    }
-    if (Has(c, kDigit) || c == '+' || c == '-' || c == '.') {
-        return Number();
-    }
-    m_buffer.assign(kUnexpected);
-    m_buffer += c;
-    m_buffer += '\'';
-    const TMofToken token = Failed(Start(TMofToken::kError), m_buffer);
-    ++m_at;
-    return token;
 }
 
-TMofToken TMofLexer::Word(TMofToken::EKind kind) {
-    TMofToken token = Start(kind);
+void TMofLexer::Word(TMofToken& token, TMofToken::EKind kind) {
+    Start(token, kind);
     m_at += kind == TMofToken::kAlias ? 1 : 0; // the dollar is not part of the name
     const char* from = m_at;
     // The terminator is no name character.
@@ -180,13 +177,12 @@ TMofToken TMofLexer::Word(TMofToken::EKind kind) {
         ++m_at;
     }
     token.m_text = std::string_view(from, size_t(m_at - from));
-    return token;
 }
 
 // The literal's whole spelling: its kind and value are worked out where its type is known, so
 // that "-INF" and "0x1F" come here too. An exponent's sign belongs to the number.
-TMofToken TMofLexer::Number() {
-    TMofToken token = Start(TMofToken::kInteger);
+void TMofLexer::Number(TMofToken& token) {
+    Start(token, TMofToken::kInteger);
     const char* from = m_at;
     if (*m_at == '+' || *m_at == '-') {
         ++m_at;
@@ -202,7 +198,6 @@ TMofToken TMofLexer::Number() {
         }
     }
     token.m_text = std::string_view(from, size_t(m_at - from));
-    return token;
 }
 
 // Moves to the next quote, backslash or line end, or to the end of the text. Strings are most
@@ -233,8 +228,8 @@ void TMofLexer::SkipPlain(char quote) {
 
 // A string without escapes is the document's own text; one with them is resolved into the
 // buffer, from its first backslash on.
-TMofToken TMofLexer::Quoted(char quote) {
-    TMofToken token = Start(quote == '"' ? TMofToken::kString : TMofToken::kChar);
+void TMofLexer::Quoted(TMofToken& token, char quote) {
+    Start(token, quote == '"' ? TMofToken::kString : TMofToken::kChar);
     ++m_at;
     const char* from = m_at;
     SkipPlain(quote);
@@ -244,7 +239,8 @@ TMofToken TMofLexer::Quoted(char quote) {
         while (m_at < m_end && *m_at != quote && *m_at != '\n') {
             if (*m_at == '\\') {
                 if (!Escape()) {
-                    return Failed(token, m_buffer);
+                    Fail(token, m_buffer);
+                    return;
                 }
                 continue;
             }
@@ -257,10 +253,10 @@ TMofToken TMofLexer::Quoted(char quote) {
         token.m_transient = true;
     }
     if (m_at >= m_end || *m_at != quote) {
-        return Failed(token, quote == '"' ? kUnclosedString : kUnclosedChar);
+        Fail(token, quote == '"' ? kUnclosedString : kUnclosedChar);
+        return;
     }
     ++m_at;
-    return token;
 }
 
 // One escape after its backslash, appended to the buffer as UTF-8. False for one that is

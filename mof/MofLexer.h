@@ -41,17 +41,19 @@ public:
     static constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
 
     TMofLexer(const char* text, size_t length);
-    TMofToken Next();
+    // Reads the next token into the one given, which the parser keeps: filled in place, no token
+    // is copied.
+    void Next(TMofToken& token);
 
 private:
     bool SkipBlockComment();
-    TMofToken Start(TMofToken::EKind kind) const;
+    void Start(TMofToken& token, TMofToken::EKind kind) const;
     void Advance();
-    TMofToken Quoted(char quote);
+    void Quoted(TMofToken& token, char quote);
     void SkipPlain(char quote);
     bool Escape();
-    TMofToken Number();
-    TMofToken Word(TMofToken::EKind kind);
+    void Number(TMofToken& token);
+    void Word(TMofToken& token, TMofToken::EKind kind);
 
     const char* m_at;
     const char* m_end;
