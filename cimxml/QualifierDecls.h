@@ -5,10 +5,11 @@
 
 #include <boost/shared_ptr.hpp>
 
+#include <cstdint>
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 namespace NQRN20 {
 
@@ -18,24 +19,78 @@ namespace NQRN20 {
 // declare it meanwhile. Names are looked up as written, so a view of the document serves.
 class TQualifierDecls {
 public:
+    TQualifierDecls() = default;
+    // A copy starts empty, as the slots view the names their own object keeps.
+    TQualifierDecls(const TQualifierDecls&) {}
+    TQualifierDecls& operator=(const TQualifierDecls&) {
+        m_slots.clear();
+        m_names.clear();
+        m_count = 0;
+        return *this;
+    }
+
     // The declaration of the name, as the namespace's GetQualifierDecl gives it or throws.
     boost::shared_ptr<ICIMQualifierDecl> Find(ICIMNamespace& cimNamespace, std::string_view name) {
-        const auto found = m_found.find(name);
-        if (found != m_found.end()) {
-            return found->second;
+        if (!m_slots.empty()) {
+            const TSlot& slot = m_slots[Probe(m_slots, name)];
+            if (slot.m_declaration) {
+                return slot.m_declaration;
+            }
         }
         boost::shared_ptr<ICIMQualifierDecl> declaration =
             cimNamespace.GetQualifierDecl(std::string(name), TCIMOptions());
         if (declaration) {
-            m_found.emplace(m_names.emplace_back(name), declaration);
+            Keep(name, declaration);
         }
         return declaration;
     }
 
 private:
-    // The keys' texts; a deque, so that each stays where it is as others are added.
+    struct TSlot {
+        std::string_view m_name;
+        boost::shared_ptr<ICIMQualifierDecl> m_declaration; // empty for a free slot
+    };
+
+    // A few bytes and the length tell the few dozen names apart well enough, for a fraction of
+    // what hashing every byte costs.
+    static size_t Hash(std::string_view name) {
+        if (name.empty()) {
+            return 0;
+        }
+        const uint64_t bytes = uint64_t(uint8_t(name.front())) |
+                               uint64_t(uint8_t(name[name.size() / 2])) << 8 |
+                               uint64_t(uint8_t(name.back())) << 16 | uint64_t(name.size()) << 24;
+        return size_t((bytes * 0x9E3779B97F4A7C15u) >> 32);
+    }
+    // The slot of the name, or the free one where it would go; the slots are at most half full.
+    static size_t Probe(const std::vector<TSlot>& slots, std::string_view name) {
+        const size_t mask = slots.size() - 1;
+        for (size_t i = Hash(name) & mask;; i = (i + 1) & mask) {
+            if (!slots[i].m_declaration || slots[i].m_name == name) {
+                return i;
+            }
+        }
+    }
+    void Keep(std::string_view name, const boost::shared_ptr<ICIMQualifierDecl>& declaration) {
+        if (2 * (m_count + 1) > m_slots.size()) {
+            std::vector<TSlot> slots(m_slots.empty() ? 128 : 2 * m_slots.size());
+            for (TSlot& slot : m_slots) {
+                if (slot.m_declaration) {
+                    slots[Probe(slots, slot.m_name)] = std::move(slot);
+                }
+            }
+            m_slots.swap(slots);
+        }
+        const std::string& kept = m_names.emplace_back(name);
+        m_slots[Probe(m_slots, kept)] = TSlot{kept, declaration};
+        ++m_count;
+    }
+
+    // The names' texts; a deque, so that each stays where it is as others are added.
     std::deque<std::string> m_names;
-    std::unordered_map<std::string_view, boost::shared_ptr<ICIMQualifierDecl>> m_found;
+    // A power of two in size once a declaration is kept.
+    std::vector<TSlot> m_slots;
+    size_t m_count = 0;
 };
 
 } // namespace NQRN20
