@@ -108,6 +108,7 @@ TEST(TCIMValue, SetMakesAnArrayOfTheElementType) {
 TEST(TCIMValue, ComparesTypeCountAndContentAndIsTrueWhenPresentOrABooleanTrue) {
     EXPECT_NE(Text(kCIMTypeUint8, "16"), Text(kCIMTypeUint16, "16"));
     EXPECT_NE(TCIMValue(kCIMTypeString, 0), Text(kCIMTypeString, ""));
+    EXPECT_EQ(Text(kCIMTypeString, " a\n"), TCIMValue(std::string(" a\n")));
     EXPECT_NE(TCIMValue(kCIMTypeUint8, 1), TCIMValue(kCIMTypeUint8, 2));
     EXPECT_FALSE(TCIMValue() || TCIMValue(kCIMTypeBoolean, 0) || Text(kCIMTypeBoolean, "false"));
     EXPECT_TRUE(Text(kCIMTypeBoolean, "true") && Text(kCIMTypeUint8, "0"));
