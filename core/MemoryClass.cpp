@@ -59,8 +59,9 @@ TMemoryClass::CreatePropertyDecl(const std::string& name, const TCIMValue& initi
     CheckWritable();
     const boost::shared_ptr<TMemoryPropertyDecl> overridden =
         m_superClass ? m_superClass->m_properties.Find(name) : nullptr;
-    return boost::shared_ptr<ICIMPropertyDecl>(new TMemoryPropertyDecl(
-        weak_from_this(), name, initial, overridden ? &overridden->Qualifiers() : nullptr));
+    // One block for the declaration and its count: a schema declares thousands.
+    return boost::make_shared<TMemoryPropertyDecl>(
+        weak_from_this(), name, initial, overridden ? &overridden->Qualifiers() : nullptr);
 }
 
 boost::shared_ptr<ICIMPropertyDecl> TMemoryClass::GetPropertyDecl(const std::string& name,
@@ -92,7 +93,7 @@ boost::shared_ptr<ICIMInstance> TMemoryClass::CreateInstance(TCIMOptions) {
     if (!IsCommitted()) {
         throw TQRNException(kQRNStatusNotCommitted);
     }
-    return boost::shared_ptr<ICIMInstance>(new TMemoryInstance(shared_from_this(), m_owner));
+    return boost::make_shared<TMemoryInstance>(shared_from_this(), m_owner);
 }
 
 boost::shared_ptr<ICIMMethodDecl> TMemoryClass::CreateMethodDecl(const std::string& name,
@@ -101,8 +102,8 @@ boost::shared_ptr<ICIMMethodDecl> TMemoryClass::CreateMethodDecl(const std::stri
     CheckWritable();
     const boost::shared_ptr<TMemoryMethodDecl> overridden =
         m_superClass ? m_superClass->m_methods.Find(name) : nullptr;
-    return boost::shared_ptr<ICIMMethodDecl>(new TMemoryMethodDecl(
-        weak_from_this(), name, returnType, overridden ? &overridden->Qualifiers() : nullptr));
+    return boost::make_shared<TMemoryMethodDecl>(weak_from_this(), name, returnType,
+                                                 overridden ? &overridden->Qualifiers() : nullptr);
 }
 
 boost::shared_ptr<ICIMMethodDecl> TMemoryClass::GetMethodDecl(const std::string& name,

@@ -162,8 +162,7 @@ boost::shared_ptr<ICIMParameterDecl>
 TMemoryMethodDecl::CreateParameterDecl(const std::string& name, TCIMValue::TCIMType type,
                                        TCIMOptions) {
     CheckWritable();
-    return boost::shared_ptr<ICIMParameterDecl>(
-        new TMemoryParameterDecl(weak_from_this(), name, type));
+    return boost::make_shared<TMemoryParameterDecl>(weak_from_this(), name, type);
 }
 
 void TMemoryMethodDecl::AddParameterDecl(const boost::shared_ptr<TMemoryParameterDecl>& parameter) {
