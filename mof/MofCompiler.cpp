@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <string_view>
 
 namespace NQRN20 {
@@ -14,6 +15,7 @@ namespace NQRN20 {
 namespace {
 
 const char kClass[] = "class";
+const char kAssociation[] = "association";
 const char kInstance[] = "instance";
 const char kOf[] = "of";
 const char kAs[] = "as";
@@ -21,6 +23,9 @@ const char kRef[] = "ref";
 const char kQualifier[] = "qualifier";
 const char kScope[] = "scope";
 const char kFlavor[] = "flavor";
+const char kPolicy[] = "policy";
+const char kStructure[] = "structure";
+const char kEnumeration[] = "enumeration";
 const char kPragma[] = "pragma";
 const char kInclude[] = "include";
 const char kTrue[] = "true";
@@ -70,18 +75,23 @@ TMofConstant::EKind LiteralKind(TMofToken::EKind kind) {
     }
 }
 
+// The kinds of element without a bit here are known, to be refused as such.
 const struct {
     const char* m_name;
     uint32_t m_bits;
 } kScopes[] = {
-    {"class", ICIMQualifierDecl::kScopeClass},
-    {"association", ICIMQualifierDecl::kScopeAssociation},
+    {kClass, ICIMQualifierDecl::kScopeClass},
+    {kAssociation, ICIMQualifierDecl::kScopeAssociation},
     {"indication", ICIMQualifierDecl::kScopeIndication},
     {"property", ICIMQualifierDecl::kScopeProperty},
     {"reference", ICIMQualifierDecl::kScopeReference},
     {"method", ICIMQualifierDecl::kScopeMethod},
     {"parameter", ICIMQualifierDecl::kScopeParameter},
     {"any", ICIMQualifierDecl::kScopeAny},
+    {kStructure, 0},
+    {kEnumeration, 0},
+    {"enumerationvalue", 0},
+    {"qualifiertype", 0},
 };
 
 // Each flavor keyword sets or clears a bit; the instance flavors have no bit here.
@@ -102,6 +112,17 @@ const struct {
 const uint32_t kDefaultFlavor =
     ICIMQualifierDecl::kFlavorOverridable | ICIMQualifierDecl::kFlavorToSubclass;
 
+// A policy states the whole flavor: a qualifier that may not be overridden still passes to
+// subclasses, and a restricted one does neither.
+const struct {
+    const char* m_name;
+    uint32_t m_flavor;
+} kPolicies[] = {
+    {"EnableOverride", kDefaultFlavor},
+    {"DisableOverride", ICIMQualifierDecl::kFlavorToSubclass},
+    {"Restricted", 0},
+};
+
 const char kLogPrefix[] = "MOF ";
 const char kNoEffect[] = " has no effect here";
 const char kExpected[] = "expected ";
@@ -113,6 +134,7 @@ const char kAliasTwice[] = "alias defined twice: $";
 const char kUnknownQualifier[] = "unknown qualifier ";
 const char kUnknownType[] = "unknown data type ";
 const char kRefused[] = "the namespace refused it: ";
+const char kNotSupported[] = " not supported";
 
 std::string Describe(const TMofToken& token) {
     switch (token.m_kind) {
@@ -371,8 +393,8 @@ void TMofCompiler::Include(const TMofToken& at, const std::string& name) {
 }
 
 // qualifierDeclaration: QUALIFIER qualifierName ":" dataType [array] ["=" initializer]
-//                       "," SCOPE "(" metaElement ("," metaElement)* ")"
-//                       ["," FLAVOR "(" flavor ("," flavor)* ")"] ";"
+//                       [","] scope [[","] (FLAVOR "(" flavor ("," flavor)* ")" | policy)] ";"
+// Older files put the commas in; newer ones leave them out and give a policy for the flavors.
 void TMofCompiler::QualifierDeclaration() {
     const std::string name(ExpectIdentifier("a qualifier name"));
     Expect(':');
@@ -382,15 +404,17 @@ void TMofCompiler::QualifierDeclaration() {
         FailAt(typeAt, kUnknownType + std::string(typeAt.m_text));
     }
     const TCIMValue value = Default(type, true);
-    Expect(',');
+    Accept(',');
     const uint32_t scope = Scope();
+    const bool comma = Accept(',');
     uint32_t flavor = kDefaultFlavor;
-    if (Accept(',')) {
-        if (!AcceptKeyword(kFlavor)) {
-            Fail(kExpected + std::string("Flavor"));
-        }
+    if (AcceptKeyword(kFlavor)) {
         Expect('(');
         flavor = Flavors(flavor);
+    } else if (AcceptKeyword(kPolicy)) {
+        flavor = Policy();
+    } else if (comma) {
+        Fail(kExpected + std::string("Flavor or Policy"));
     }
     Expect(';');
     CommitQualifierDecl(name, value, scope, flavor);
@@ -417,17 +441,34 @@ uint32_t TMofCompiler::Scope() {
     do {
         const TMofToken at = m_source->m_token;
         const std::string_view word = ExpectIdentifier("a scope");
-        uint32_t bits = 0;
-        for (const auto& kind : kScopes) {
-            bits |= IsWord(word, kind.m_name) ? kind.m_bits : 0;
-        }
-        if (bits == 0) {
+        const auto* const end = std::end(kScopes);
+        const auto* const kind = std::find_if(std::begin(kScopes), end, [&](const auto& entry) {
+            return IsWord(word, entry.m_name);
+        });
+        if (kind == end) {
             FailAt(at, "unknown scope " + std::string(word));
         }
-        scope |= bits;
+        if (kind->m_bits == 0) {
+            FailAt(at, "scope " + std::string(word) + " is" + kNotSupported);
+        }
+        scope |= kind->m_bits;
     } while (Accept(','));
     Expect(')');
     return scope;
+}
+
+// policy: POLICY "(" policyKind ")"
+uint32_t TMofCompiler::Policy() {
+    Expect('(');
+    const TMofToken at = m_source->m_token;
+    const std::string_view word = ExpectIdentifier("a policy");
+    for (const auto& kind : kPolicies) {
+        if (IsWord(word, kind.m_name)) {
+            Expect(')');
+            return kind.m_flavor;
+        }
+    }
+    FailAt(at, "unknown policy " + std::string(word));
 }
 
 // flavor ("," flavor)* ")"

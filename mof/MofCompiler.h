@@ -111,6 +111,7 @@ private:
     void CommitQualifierDecl(const std::string& name, const TCIMValue& value, uint32_t scope,
                              uint32_t flavor);
     uint32_t Scope();
+    uint32_t Policy();
     uint32_t Flavors(uint32_t flavor);
     [[nodiscard]] uint32_t ApplyFlavor(uint32_t flavor, const TMofToken& keyword) const;
     void QualifierList(TQualifiers& qualifiers);

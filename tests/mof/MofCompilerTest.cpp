@@ -76,6 +76,13 @@ TEST(TMofCompiler, BuildsDeclarationsThroughTheCore) {
          "", "qualifier Q uint8[] '1, 2' count 2 scope 5 flavor 4\n"},
         {"scope any, default flavor", "Qualifier Q : string, Scope(any);", "",
          "qualifier Q string null scope 127 flavor 3\n"},
+        {"qualifier declarations without commas, each policy as flavors",
+         "Qualifier E : uint8 = 1 Scope(class) Policy(EnableOverride);\n"
+         "Qualifier D : string Scope(property), Policy(disableoverride);\n"
+         "Qualifier R : boolean Scope(reference) Policy(Restricted);",
+         "",
+         "qualifier E uint8 '1' scope 1 flavor 3\nqualifier D string null scope 8 flavor 2\n"
+         "qualifier R boolean null scope 16 flavor 0\n"},
         {"a class: qualifiers with flavors, inherited key, reference, default",
          "[Description(\"d\" \"e\"): Restricted] class T_B : T_A {\n"
          "  uint32 Count = 5; T_A REF Peer; };",
@@ -136,6 +143,10 @@ TEST(TMofCompiler, ReportsAnErrorAndSkipsOnlyItsDeclaration) {
          loaded},
         {"a missing semicolon", "class T_B { uint8 p }; " + next,
          "1:21: expected ';' but found '}'\n", loaded},
+        {"a scope with no bit here", "Qualifier Q : string Scope(class, EnumerationValue);" + next,
+         "1:35: scope EnumerationValue is not supported\n", loaded},
+        {"an unknown policy", "Qualifier Q : string Scope(class) Policy(ToSubclass);" + next,
+         "1:42: unknown policy ToSubclass\n", loaded},
         {"a duplicate instance is only counted",
          "instance of T_A { Id = \"1\"; };\n"
          "instance of T_A { Id = \"1\"; };" +
