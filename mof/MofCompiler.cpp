@@ -31,6 +31,7 @@ const char kInclude[] = "include";
 const char kTrue[] = "true";
 const char kFalse[] = "false";
 const char kNull[] = "null";
+const char kAssociationQualifier[] = "Association";
 const char kEmbeddedObjectQualifier[] = "EmbeddedObject";
 const char kEmbeddedInstanceQualifier[] = "EmbeddedInstance";
 // Real literals the core reads that MOF spells as words.
@@ -192,8 +193,8 @@ void TMofCompiler::CompileSource(TSource& source) {
     m_source = outer;
 }
 
-// mofProduction: compilerDirective | classDeclaration | qualifierDeclaration
-//              | instanceDeclaration
+// mofProduction: compilerDirective | classDeclaration | associationDeclaration
+//              | qualifierDeclaration | instanceDeclaration
 void TMofCompiler::Production() {
     if (Accept('#')) {
         Pragma();
@@ -206,12 +207,16 @@ void TMofCompiler::Production() {
     // An include reads its file's declarations from inside a pragma, before this list is read.
     TQualifiers& qualifiers = m_declarationQualifiers;
     QualifierList(qualifiers);
+    const TMofToken at = m_source->m_token;
     if (AcceptKeyword(kClass)) {
+        ClassDeclaration(qualifiers);
+    } else if (AcceptKeyword(kAssociation)) {
+        MarkAssociation(qualifiers, at);
         ClassDeclaration(qualifiers);
     } else if (AcceptKeyword(kInstance)) {
         InstanceDeclaration();
     } else {
-        Fail(kExpected + std::string("class, instance, qualifier or #pragma"));
+        Fail(kExpected + std::string("class, association, instance, qualifier or #pragma"));
     }
 }
 
@@ -239,7 +244,7 @@ bool TMofCompiler::StartsDeclaration(const TMofToken& token) {
     if (token.m_column != 1) {
         return false;
     }
-    for (const char* keyword : {kClass, kInstance, kQualifier}) {
+    for (const char* keyword : {kClass, kAssociation, kInstance, kQualifier}) {
         if (token.m_kind == TMofToken::kIdentifier && IsWord(token.m_text, keyword)) {
             return true;
         }
@@ -651,6 +656,22 @@ std::string TMofCompiler::AliasPath(std::string_view alias) const {
         throw TMofValueError(kUnknownAlias + std::string(alias));
     }
     return found->second;
+}
+
+// associationDeclaration: [qualifierList] ASSOCIATION className [":" superClass]
+//                         "{" classFeature* "}" ";"
+// An association is a class whose Association qualifier is true, unless its list states that
+// qualifier; it goes first, where schemas write it.
+void TMofCompiler::MarkAssociation(TQualifiers& qualifiers, const TMofToken& at) {
+    for (const TQualifier& qualifier : qualifiers) {
+        if (IsWord(qualifier.m_name, kAssociationQualifier)) {
+            return;
+        }
+    }
+    TQualifier& added = qualifiers.Add();
+    added.m_name = kAssociationQualifier;
+    added.m_at = at;
+    std::rotate(qualifiers.begin(), qualifiers.end() - 1, qualifiers.end());
 }
 
 // classDeclaration: [qualifierList] CLASS className [AS aliasIdentifier] [":" superClass]

@@ -115,6 +115,7 @@ private:
     uint32_t Flavors(uint32_t flavor);
     [[nodiscard]] uint32_t ApplyFlavor(uint32_t flavor, const TMofToken& keyword) const;
     void QualifierList(TQualifiers& qualifiers);
+    void MarkAssociation(TQualifiers& qualifiers, const TMofToken& at);
     void ClassDeclaration(const TQualifiers& qualifiers);
     void ClassFeature(const boost::shared_ptr<ICIMClass>& cimClass);
     TTypeRef TypeRef();

@@ -83,6 +83,16 @@ TEST(TMofCompiler, BuildsDeclarationsThroughTheCore) {
          "",
          "qualifier E uint8 '1' scope 1 flavor 3\nqualifier D string null scope 8 flavor 2\n"
          "qualifier R boolean null scope 16 flavor 0\n"},
+        {"an association is a class marked as one, unless its list says otherwise",
+         "Qualifier Association : boolean = false Scope(association) Policy(DisableOverride);\n"
+         "[Description(\"d\")] association T_L { T_A REF a; };\n"
+         "[Association(false)] association T_N : T_L { };",
+         "",
+         "qualifier Association boolean 'false' scope 2 flavor 2\n"
+         "class T_L [Association=boolean 'true' flavor 2, Description=string 'd' flavor 7]\n"
+         "  property a reference null -> T_A\n"
+         "class T_N : T_L [Association=boolean 'false' flavor 2, Description=string 'd' flavor 7]\n"
+         "  property a reference null -> T_A\n"},
         {"a class: qualifiers with flavors, inherited key, reference, default",
          "[Description(\"d\" \"e\"): Restricted] class T_B : T_A {\n"
          "  uint32 Count = 5; T_A REF Peer; };",
@@ -147,6 +157,8 @@ TEST(TMofCompiler, ReportsAnErrorAndSkipsOnlyItsDeclaration) {
          "1:35: scope EnumerationValue is not supported\n", loaded},
         {"an unknown policy", "Qualifier Q : string Scope(class) Policy(ToSubclass);" + next,
          "1:42: unknown policy ToSubclass\n", loaded},
+        {"an association needs the Association declaration", "association T_L {\n};" + next,
+         "1:1: unknown qualifier Association\n", loaded},
         {"a duplicate instance is only counted",
          "instance of T_A { Id = \"1\"; };\n"
          "instance of T_A { Id = \"1\"; };" +
