@@ -26,6 +26,7 @@ const char kFlavor[] = "flavor";
 const char kPolicy[] = "policy";
 const char kStructure[] = "structure";
 const char kEnumeration[] = "enumeration";
+const char kValue[] = "value";
 const char kPragma[] = "pragma";
 const char kInclude[] = "include";
 const char kTrue[] = "true";
@@ -124,6 +125,16 @@ const struct {
     {"Restricted", 0},
 };
 
+// Declarations of kinds the namespace has no object for, and how the error names them.
+const struct {
+    const char* m_keyword;
+    const char* m_kind;
+} kUnsupportedDeclarations[] = {
+    {kStructure, "structure"},
+    {kEnumeration, "enumeration"},
+    {kValue, "'value of'"},
+};
+
 const char kLogPrefix[] = "MOF ";
 const char kNoEffect[] = " has no effect here";
 const char kExpected[] = "expected ";
@@ -216,8 +227,20 @@ void TMofCompiler::Production() {
     } else if (AcceptKeyword(kInstance)) {
         InstanceDeclaration();
     } else {
-        Fail(kExpected + std::string("class, association, instance, qualifier or #pragma"));
+        RefuseDeclaration();
     }
+}
+
+// A declaration of a kind the namespace cannot hold is named as such; the skip after the error
+// passes over its body.
+void TMofCompiler::RefuseDeclaration() {
+    const TMofToken& token = m_source->m_token;
+    for (const auto& kind : kUnsupportedDeclarations) {
+        if (token.m_kind == TMofToken::kIdentifier && IsWord(token.m_text, kind.m_keyword)) {
+            FailAt(token, kind.m_kind + std::string(" declarations are") + kNotSupported);
+        }
+    }
+    Fail(kExpected + std::string("class, association, instance, qualifier or #pragma"));
 }
 
 // Skips to the semicolon that ends the declaration at brace depth 0, and past it, unless the
@@ -244,7 +267,8 @@ bool TMofCompiler::StartsDeclaration(const TMofToken& token) {
     if (token.m_column != 1) {
         return false;
     }
-    for (const char* keyword : {kClass, kAssociation, kInstance, kQualifier}) {
+    for (const char* keyword :
+         {kClass, kAssociation, kInstance, kQualifier, kStructure, kEnumeration}) {
         if (token.m_kind == TMofToken::kIdentifier && IsWord(token.m_text, keyword)) {
             return true;
         }

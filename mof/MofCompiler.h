@@ -89,6 +89,7 @@ private:
 
     void CompileSource(TSource& source);
     void Production();
+    [[noreturn]] void RefuseDeclaration();
     void Recover(bool lexical);
     static bool StartsDeclaration(const TMofToken& token);
     void Advance();

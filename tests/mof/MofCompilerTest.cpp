@@ -159,6 +159,14 @@ TEST(TMofCompiler, ReportsAnErrorAndSkipsOnlyItsDeclaration) {
          "1:42: unknown policy ToSubclass\n", loaded},
         {"an association needs the Association declaration", "association T_L {\n};" + next,
          "1:1: unknown qualifier Association\n", loaded},
+        {"declarations of kinds with no object here, nested braces and all",
+         "[Description(\"s\")] structure T_S { uint8 a; structure T_I { uint8 b; }; };\n"
+         "enumeration T_E : uint32 { a = 1, b };\nvalue of T_A as $v { Id = \"x\"; };\n" +
+             next,
+         "1:20: structure declarations are not supported\n"
+         "2:1: enumeration declarations are not supported\n"
+         "3:1: 'value of' declarations are not supported\n",
+         loaded},
         {"a duplicate instance is only counted",
          "instance of T_A { Id = \"1\"; };\n"
          "instance of T_A { Id = \"1\"; };" +
