@@ -147,6 +147,7 @@ const char kUnknownQualifier[] = "unknown qualifier ";
 const char kUnknownType[] = "unknown data type ";
 const char kRefused[] = "the namespace refused it: ";
 const char kNotSupported[] = " not supported";
+const char kParameterDefault[] = "a parameter's default value";
 
 std::string Describe(const TMofToken& token) {
     switch (token.m_kind) {
@@ -801,6 +802,7 @@ void TMofCompiler::MethodDeclaration(const boost::shared_ptr<ICIMClass>& cimClas
 }
 
 // parameter: [qualifierList] (dataType | className REF) parameterName [array]
+//            ["=" initializer]
 void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
                              const boost::shared_ptr<ICIMMethodDecl>& method) {
     TQualifiers& qualifiers = m_parameterQualifiers;
@@ -812,6 +814,9 @@ void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
     const std::string_view name = ExpectIdentifier("a parameter name");
     bool isArray = false;
     const uint32_t arraySize = ArrayShape(isArray);
+    if (Accept('=')) {
+        ParameterDefault(isArray ? type.m_type.GetArrayType() : type.m_type, arraySize);
+    }
     const auto parameter = method->CreateParameterDecl(Name(name), type.m_type, TCIMOptions());
     parameter->SetShape(isArray, arraySize, Name(type.m_reference ? type.m_name : ""),
                         TCIMOptions());
@@ -821,6 +826,19 @@ void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
     }
     ApplyQualifiers(*parameter, qualifiers);
     NCimXml::CommitAllowingDuplicate(parameter);
+}
+
+// The core keeps no default for a parameter: one is checked against the type and dropped, and
+// that is said once.
+void TMofCompiler::ParameterDefault(TCIMValue::TCIMType type, uint32_t arraySize) {
+    const TMofToken valueAt = m_source->m_token;
+    Initializer(m_literal);
+    ToValue(m_literal, valueAt, type, arraySize);
+    if (!m_warnedParameterDefault) {
+        m_warnedParameterDefault = true;
+        Log(kWarningLevel, IncludedPath(), valueAt.m_line, valueAt.m_column,
+            kParameterDefault + std::string(kNoEffect));
+    }
 }
 
 // [array] ["=" initializer]: the default, of the type with the array shape, null without an

@@ -128,6 +128,7 @@ private:
                            std::string_view name);
     void Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
                    const boost::shared_ptr<ICIMMethodDecl>& method);
+    void ParameterDefault(TCIMValue::TCIMType type, uint32_t arraySize);
     void InstanceDeclaration();
     void ValueInitializer(const boost::shared_ptr<ICIMInstance>& instance);
     TCIMValue Default(TCIMValue::TCIMType type, bool shaped);
@@ -160,8 +161,9 @@ private:
     // The lowered alias names and the paths they stand for, and the lookup values are given.
     std::map<std::string, std::string> m_aliases;
     const TAliasLookup m_aliasLookup;
-    // The pragmas said once to have no effect, lowered.
+    // The pragmas said once to have no effect, lowered, and whether parameter defaults have been.
     std::set<std::string> m_warnedPragmas;
+    bool m_warnedParameterDefault = false;
     // The qualifier lists of a declaration, of a feature or value in it, and of a parameter;
     // reused, with their room, by the declarations after.
     TQualifiers m_declarationQualifiers;

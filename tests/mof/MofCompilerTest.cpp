@@ -104,6 +104,11 @@ TEST(TMofCompiler, BuildsDeclarationsThroughTheCore) {
          "class T_M { uint32 Go([In] string a[], T_M REF b, uint8 c[4]); };", "",
          "class T_M\n  method Go uint32\n    parameter a string [In=boolean 'true' flavor 3]\n"
          "    parameter b reference\n    parameter c uint8\n"},
+        {"parameter defaults are checked, dropped, and said once to have no effect",
+         "class T_M { uint32 Go([In] uint32 t = 30, uint8 c[2] = {1, 2}, T_A REF r = null); };",
+         "1:39: a parameter's default value has no effect here\n",
+         "class T_M\n  method Go uint32\n    parameter t uint32 [In=boolean 'true' flavor 3]\n"
+         "    parameter c uint8\n    parameter r reference\n"},
         {"a NULL EmbeddedInstance says what the text holds; a stated one is kept",
          "class T_E { [EmbeddedInstance(NULL)] string a; [EmbeddedInstance(\"T_A\")] string b;};",
          "",
@@ -159,6 +164,8 @@ TEST(TMofCompiler, ReportsAnErrorAndSkipsOnlyItsDeclaration) {
          "1:42: unknown policy ToSubclass\n", loaded},
         {"an association needs the Association declaration", "association T_L {\n};" + next,
          "1:1: unknown qualifier Association\n", loaded},
+        {"a parameter default of the wrong type", "class T_B { uint32 Go(uint8 t = 300); };" + next,
+         "1:33: value 300 does not fit type uint8\n", loaded},
         {"declarations of kinds with no object here, nested braces and all",
          "[Description(\"s\")] structure T_S { uint8 a; structure T_I { uint8 b; }; };\n"
          "enumeration T_E : uint32 { a = 1, b };\nvalue of T_A as $v { Id = \"x\"; };\n" +
