@@ -3,6 +3,7 @@
 #include "tools/cimxml/MofWriter.h"
 #include "tools/cimxml/XmlWriter.h"
 
+#include "mof/MofLoader.h"
 #include "populator/NamespacePopulator.h"
 #include "support/ParseDocument.h"
 #include "support/TempDir.h"
@@ -52,12 +53,25 @@ void ExpectSameText(const std::string& expected, const std::string& actual) {
     EXPECT_EQ(expected.substr(from, at - from + 200), actual.substr(from, at - from + 200));
 }
 
-// Written, loaded into a fresh namespace and written again: the same MOF, the same bytes.
+// A fresh namespace holding what the MOF says; the compile must log nothing.
+TNamespacePtr CompiledMof(const std::string& mof) {
+    const TNamespacePtr cimNamespace = TMemoryNamespace::Create();
+    const TLogRecorder log;
+    TLoadReport report;
+    TMofLoader::PopulateFromMOFText(cimNamespace, mof.c_str(), mof.size(), "written.mof", report);
+    EXPECT_EQ("", log.Text());
+    return cimNamespace;
+}
+
+// Written, loaded into a fresh namespace and written again: the same MOF, the same bytes. The
+// MOF, compiled, gives the same bytes too.
 std::string ExpectRoundTrip(ICIMNamespace& original) {
     const std::string written = Xml(original);
+    const std::string mof = Mof(original);
     const TNamespacePtr reloaded = Reloaded(written);
-    ExpectSameText(Mof(original), Mof(*reloaded));
+    ExpectSameText(mof, Mof(*reloaded));
     ExpectSameText(written, Xml(*reloaded));
+    ExpectSameText(written, Xml(*CompiledMof(mof)));
     return written;
 }
 
@@ -230,8 +244,9 @@ TEST(Writers, WriteEveryKindOfValueSoThatItLoadsBackTheSame) {
 
 // Each writes only what an element states itself: flavors that differ, a subclass's own
 // qualifiers and properties, an instance's values that differ from its class's. What a string
-// holds, said by an attribute in CIM-XML, takes a qualifier in MOF where the element has none.
-// Each namespace must also load back the same from what is written.
+// holds, said by an attribute in CIM-XML, takes a qualifier of NULL value in MOF, beside any
+// qualifier of that name the element states. Each namespace must also load back the same from
+// what is written.
 TEST(Writers, WriteSmallNamespacesAsReviewed) {
     const struct {
         std::string m_document;
@@ -292,7 +307,9 @@ TEST(Writers, WriteSmallNamespacesAsReviewed) {
          "EmbeddedObject='instance'><QUALIFIER NAME='EmbeddedInstance' TYPE='string'><VALUE>T_X"
          "</VALUE></QUALIFIER></PROPERTY><PROPERTY NAME='S' TYPE='string'/><PROPERTY.ARRAY "
          "NAME='L' TYPE='string' EmbeddedObject='instance'/><METHOD NAME='M' TYPE='uint32'>"
-         "<PARAMETER NAME='P' TYPE='string' EmbeddedObject='instance'/></METHOD></CLASS>"
+         "<PARAMETER NAME='P' TYPE='string' EmbeddedObject='instance'/><PARAMETER NAME='Q' "
+         "TYPE='string' EmbeddedObject='object'><QUALIFIER NAME='EmbeddedInstance' "
+         "TYPE='string'><VALUE>T_Y</VALUE></QUALIFIER></PARAMETER></METHOD></CLASS>"
          "</VALUE.OBJECT><VALUE.OBJECT><CLASS NAME='T_B'><PROPERTY.REFERENCE NAME='R' "
          "REFERENCECLASS='T_A'><VALUE.REFERENCE><CLASSNAME NAME='T_A'/></VALUE.REFERENCE>"
          "</PROPERTY.REFERENCE></CLASS></VALUE.OBJECT><VALUE.OBJECT><INSTANCE CLASSNAME='T_A'>"
@@ -301,15 +318,18 @@ TEST(Writers, WriteSmallNamespacesAsReviewed) {
          "</PROPERTY></INSTANCE></VALUE.OBJECT>",
          // Scopes read back from their attribute values, all of them as "any".
          {"Scope(any),", "Scope(class, indication),",
-          "    [EmbeddedObject(NULL)]\n    string O;\n    [EmbeddedInstance(\"T_X\")]\n    string "
-          "I;\n"
+          "    [EmbeddedObject(NULL)]\n    string O;\n"
+          "    [EmbeddedInstance(\"T_X\"), EmbeddedInstance(NULL)]\n    string I;\n"
           "    string S;\n    [EmbeddedInstance(NULL)]\n    string L[];\n    uint32 M(\n"
-          "        [EmbeddedInstance(NULL)] string P);",
+          "        [EmbeddedInstance(NULL)] string P,\n"
+          "        [EmbeddedInstance(\"T_Y\"), EmbeddedObject(NULL)] string Q);",
           "    T_A REF R = \"root/cimv2:T_A\";",
           "    O = \"o\";\n    [EmbeddedInstance(NULL)] S = \"\\x01\\x1F\";"},
          {"<SCOPE CLASS=\"true\" INDICATION=\"true\"/>",
           "<PROPERTY NAME=\"O\" TYPE=\"string\" EmbeddedObject=\"object\"/>",
+          "<PROPERTY NAME=\"I\" TYPE=\"string\" EmbeddedObject=\"instance\">",
           "<PROPERTY.ARRAY NAME=\"L\" TYPE=\"string\" EmbeddedObject=\"instance\"/>",
+          "<PARAMETER NAME=\"Q\" TYPE=\"string\" EmbeddedObject=\"object\">",
           "<PARAMETER NAME=\"P\" TYPE=\"string\" EmbeddedObject=\"instance\"/>",
           "<PROPERTY.REFERENCE NAME=\"R\" REFERENCECLASS=\"T_A\">",
           "<PROPERTY NAME=\"S\" TYPE=\"string\" EmbeddedObject=\"instance\">",

@@ -2,7 +2,6 @@
 #include "tools/cimxml/MofWriter.h"
 #include "tools/cimxml/Quote.h"
 
-#include "core/Text.h"
 #include "tools/cimxml/SchemaView.h"
 
 #include <cstdio>
@@ -163,23 +162,11 @@ std::string KindMarker(EEmbeddedObject kind) {
            "(NULL)";
 }
 
-// MOF says what a string's text holds only by a qualifier: the one for the kind, of NULL value,
-// where the element carries neither. The NULL tells it from a qualifier the element states, so
-// that reading the MOF back gives the element's qualifiers as they were.
-std::string EmbeddedQualifier(EEmbeddedObject kind, ICIMNamedElement& element) {
-    if (kind == kEmbeddedNone) {
-        return std::string();
-    }
-    TQualifiers qualifiers;
-    element.EnumQualifiers(TAddToVectorCallback<ICIMQualifier>(qualifiers), TCIMOptions());
-    for (const auto& qualifier : qualifiers) {
-        const std::string& name = qualifier->GetName(TCIMOptions());
-        if (EqualNoCase(name, kEmbeddedObjectQualifier) ||
-            EqualNoCase(name, kEmbeddedInstanceQualifier)) {
-            return std::string();
-        }
-    }
-    return KindMarker(kind);
+// MOF says what a string's text holds only by a qualifier: the one for the kind, of NULL value.
+// The NULL tells it from a qualifier of that name the element states, which is written beside
+// it, so that reading the MOF back gives both what the text holds and the qualifiers as they were.
+std::string EmbeddedQualifier(EEmbeddedObject kind) {
+    return kind == kEmbeddedNone ? std::string() : KindMarker(kind);
 }
 
 } // namespace
@@ -248,7 +235,7 @@ std::string PropertyText(ICIMPropertyDecl& declaration) {
 std::string ParameterText(ICIMNamespace& cimNamespace, ICIMParameterDecl& parameter) {
     const std::string qualifiers =
         QualifierList(cimNamespace, OwnQualifiers(parameter, nullptr),
-                      EmbeddedQualifier(parameter.GetEmbeddedObject(TCIMOptions()), parameter));
+                      EmbeddedQualifier(parameter.GetEmbeddedObject(TCIMOptions())));
     const TCIMValue::TCIMType type = parameter.GetType(TCIMOptions());
     const std::string& name = parameter.GetName(TCIMOptions());
     const std::string typeName = type.GetElementType() == kCIMTypeReference
@@ -318,8 +305,7 @@ void WriteClass(ICIMNamespace& cimNamespace, ICIMClass& cimClass, std::ostream& 
         const boost::shared_ptr<ICIMPropertyDecl> overridden =
             OverriddenPropertyDecl(stating, declaration->GetName(TCIMOptions()));
         WriteMember(QualifierList(cimNamespace, OwnQualifiers(*declaration, overridden.get()),
-                                  EmbeddedQualifier(declaration->GetEmbeddedObject(TCIMOptions()),
-                                                    *declaration)),
+                                  EmbeddedQualifier(declaration->GetEmbeddedObject(TCIMOptions()))),
                     PropertyText(*declaration), out);
     }
     TMethodDecls methods = OwnMethodDecls(cimClass);
