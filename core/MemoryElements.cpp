@@ -59,28 +59,54 @@ void TQualifierSet::Inherit(const TQualifierSet& from) {
     });
 }
 
-void TQualifierSet::Add(boost::shared_ptr<ICIMQualifier> qualifier) {
-    const std::string& name = qualifier->GetName(TCIMOptions());
-    for (TOwn& own : m_own) {
-        if (EqualNoCase(*own.m_name, name)) {
-            own = TOwn{std::move(qualifier), &name};
-            return;
-        }
+// Few own qualifiers are compared one by one; the index of many is looked into apart, so that
+// this stays small enough to go inline.
+inline const TQualifierSet::TOwn* TQualifierSet::FindOwn(const std::string& name) const {
+    if (m_ownIndex) {
+        return FindIndexed(name);
     }
-    // Elements mostly carry a few qualifiers: one block then, rather than one per growth step.
-    if (m_own.empty()) {
-        m_own.reserve(4);
-    }
-    m_own.push_back(TOwn{std::move(qualifier), &name});
-}
-
-const TQualifierSet::TOwn* TQualifierSet::FindOwn(const std::string& name) const {
     for (const TOwn& own : m_own) {
         if (EqualNoCase(*own.m_name, name)) {
             return &own;
         }
     }
     return nullptr;
+}
+
+const TQualifierSet::TOwn* TQualifierSet::FindIndexed(const std::string& name) const {
+    const auto found = m_ownIndex->find(name);
+    return found == m_ownIndex->end() ? nullptr : &m_own[found->second];
+}
+
+void TQualifierSet::Add(boost::shared_ptr<ICIMQualifier> qualifier) {
+    const std::string& name = qualifier->GetName(TCIMOptions());
+    if (const TOwn* found = FindOwn(name)) {
+        TOwn& own = m_own[size_t(found - m_own.data())];
+        if (m_ownIndex) {
+            // The key views the name of the qualifier replaced: it moves to the new one's.
+            auto node = m_ownIndex->extract(*own.m_name);
+            node.key() = name;
+            m_ownIndex->insert(std::move(node));
+        }
+        own = TOwn{std::move(qualifier), &name};
+        return;
+    }
+    // Elements mostly carry a few qualifiers: one block then, rather than one per growth step.
+    // The room and the index entry come first, so that a failure leaves the set as it was.
+    if (m_own.size() == m_own.capacity()) {
+        m_own.reserve(std::max<size_t>(4, 2 * m_own.size()));
+    }
+    if (m_ownIndex) {
+        m_ownIndex->emplace(name, m_own.size());
+    }
+    m_own.push_back(TOwn{std::move(qualifier), &name});
+    if (!m_ownIndex && m_own.size() > kIndexedFrom) {
+        auto index = std::make_unique<TOwnIndex>();
+        for (size_t position = 0; position < m_own.size(); ++position) {
+            index->emplace(*m_own[position].m_name, position);
+        }
+        m_ownIndex = std::move(index);
+    }
 }
 
 boost::shared_ptr<ICIMQualifier> TQualifierSet::Find(const std::string& name) const {
@@ -97,7 +123,15 @@ boost::shared_ptr<ICIMQualifier> TQualifierSet::Find(const std::string& name) co
 
 template <class TFunction>
 void TQualifierSet::ForEachEffective(TFunction&& function) const {
-    const auto inheritedNamed = [this](const std::string& name) {
+    std::unordered_set<std::string_view, TNameHash, TNameEqual> inheritedNames;
+    const bool indexed = m_inherited.size() > kIndexedFrom && m_own.size() > kIndexedFrom;
+    for (size_t i = 0; indexed && i < m_inherited.size(); ++i) {
+        inheritedNames.insert(m_inherited[i]->GetName(TCIMOptions()));
+    }
+    const auto inheritedNamed = [&](const std::string& name) {
+        if (indexed) {
+            return inheritedNames.count(name) != 0;
+        }
         return std::any_of(m_inherited.begin(), m_inherited.end(), [&name](const auto& qualifier) {
             return EqualNoCase(qualifier->GetName(TCIMOptions()), name);
         });

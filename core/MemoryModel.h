@@ -15,9 +15,12 @@
 #include <cstdint>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -246,9 +249,30 @@ private:
         boost::shared_ptr<ICIMQualifier> m_qualifier;
         const std::string* m_name;
     };
+    struct TNameHash {
+        size_t operator()(std::string_view name) const {
+            return THashNoCase()(name.data(), name.size());
+        }
+    };
+    struct TNameEqual {
+        bool operator()(std::string_view a, std::string_view b) const {
+            return a.size() == b.size() && EqualNoCase(a.data(), b.data(), a.size());
+        }
+    };
+    // Own qualifiers by name, to the position of each.
+    using TOwnIndex = std::unordered_map<std::string_view, size_t, TNameHash, TNameEqual>;
+
+    // Only a hostile document attaches more than a few qualifiers to one element, or inherits
+    // more: beyond this many, names are found through a hash rather than compared one by one,
+    // lest thousands cost the square.
+    static constexpr size_t kIndexedFrom = 16;
+
     const TOwn* FindOwn(const std::string& name) const;
+    const TOwn* FindIndexed(const std::string& name) const;
 
     std::vector<TOwn> m_own;
+    // Made once there are more than kIndexedFrom own qualifiers; its keys view their names.
+    std::unique_ptr<TOwnIndex> m_ownIndex;
     TQualifierList m_inherited;
 };
 
