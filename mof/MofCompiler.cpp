@@ -536,12 +536,6 @@ TMofCompiler::TQualifier& TMofCompiler::TQualifiers::Add() {
     return entry;
 }
 
-TMofCompiler::TQualifier* TMofCompiler::TQualifiers::Erase(TQualifier* entry) {
-    std::rotate(entry, entry + 1, end());
-    --m_count;
-    return entry;
-}
-
 // qualifierList: ["[" qualifier ("," qualifier)* "]"]
 // qualifier: qualifierName ["(" constantValue ")" | arrayInitializer] [":" flavor+]
 // The list is read into the one given, which is emptied first.
@@ -592,12 +586,13 @@ EEmbeddedObject TMofCompiler::EmbeddedKind(const TQualifiers& qualifiers) {
 // while one of null value only says what the text holds. It is taken out of the list.
 EEmbeddedObject TMofCompiler::TakeEmbeddedMarker(TQualifiers& qualifiers) {
     EEmbeddedObject kind = kEmbeddedNone;
-    for (auto it = qualifiers.begin(); it != qualifiers.end();) {
-        const EEmbeddedObject marked =
-            it->m_value.m_kind == TMofConstant::kNull ? EmbeddedKind(it->m_name) : kEmbeddedNone;
+    qualifiers.RemoveIf([&kind](const TQualifier& qualifier) {
+        const EEmbeddedObject marked = qualifier.m_value.m_kind == TMofConstant::kNull
+                                           ? EmbeddedKind(qualifier.m_name)
+                                           : kEmbeddedNone;
         kind = marked != kEmbeddedNone ? marked : kind;
-        it = marked != kEmbeddedNone ? qualifiers.Erase(it) : it + 1;
-    }
+        return marked != kEmbeddedNone;
+    });
     return kind;
 }
 

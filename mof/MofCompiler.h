@@ -15,6 +15,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace NQRN20 {
@@ -56,8 +57,20 @@ private:
         void Clear() { m_count = 0; }
         // A new, empty entry at the end.
         TQualifier& Add();
-        // Takes the entry out, keeping its room behind the others.
-        TQualifier* Erase(TQualifier* entry);
+        // Takes out the entries picked, in one pass, keeping their room behind the others.
+        template <class TPicked>
+        void RemoveIf(TPicked picked) {
+            TQualifier* kept = begin();
+            for (TQualifier* entry = begin(); entry != end(); ++entry) {
+                if (!picked(*entry)) {
+                    if (kept != entry) {
+                        std::swap(*kept, *entry);
+                    }
+                    ++kept;
+                }
+            }
+            m_count = size_t(kept - begin());
+        }
         TQualifier* begin() { return m_entries.data(); }
         TQualifier* end() { return m_entries.data() + m_count; }
         const TQualifier* begin() const { return m_entries.data(); }

@@ -182,6 +182,36 @@ TEST(TMofCompiler, ReportsAnErrorAndSkipsOnlyItsDeclaration) {
     });
 }
 
+// Each is linear, where attaching or taking out qualifiers one by one among all the others would
+// take minutes at these counts.
+TEST(TMofCompiler, AttachesAndInheritsHundredsOfThousandsOfQualifiersInLinearTime) {
+    const int kCount = 100000;
+    std::string declarations = "Qualifier EmbeddedObject : boolean = false, Scope(property);\n";
+    std::string names;
+    std::string markers;
+    for (int i = 0; i < kCount; ++i) {
+        declarations += "Qualifier Q" + std::to_string(i) + " : uint32, Scope(class, property);\n";
+        names += (i > 0 ? ", Q" : "Q") + std::to_string(i) + "(" + std::to_string(i) + ")";
+        markers += (i > 0 ? ", " : "") + std::string("EmbeddedObject(NULL)");
+    }
+    const std::string text = declarations + "[" + names + "] class T_A { [" + names +
+                             "] string p; [" + markers + "] string q; };\n[" + names +
+                             "] class T_B : T_A { [" + names + "] string p; };";
+    const auto space = TMemoryNamespace::Create();
+    TLoadReport report;
+    TMofLoader::PopulateFromMOFText(space, text.c_str(), text.size(), "t.mof", report);
+    ASSERT_EQ("", DescribeLog(report));
+    const auto qualifiers = [](ICIMNamedElement& element) {
+        return All<ICIMQualifier>(element, &ICIMNamedElement::EnumQualifiers).size();
+    };
+    const auto sub = space->GetClass("T_B", TCIMOptions());
+    EXPECT_EQ(size_t(kCount), qualifiers(*sub));
+    EXPECT_EQ(size_t(kCount), qualifiers(*sub->GetPropertyDecl("p", TCIMOptions())));
+    const auto q = sub->GetPropertyDecl("q", TCIMOptions());
+    EXPECT_EQ(kEmbeddedObject, q->GetEmbeddedObject(TCIMOptions()));
+    EXPECT_EQ(0u, qualifiers(*q));
+}
+
 TEST(TMofLoader, TellsMofFromXmlByTheFirstCharacter) {
     const std::pair<std::string, bool> cases[] = {
         {" \n<?xml version='1.0'?>", false},
