@@ -103,6 +103,18 @@ TCIMValue::TCIMValue(const TCIMDateTime& dateTime)
 TCIMValue::TCIMValue(std::string text)
     : m_type(kCIMTypeString), m_null(false), m_content(std::move(text)) {}
 
+void TCIMValue::SetString(std::string_view text) {
+    if (std::string* held = std::get_if<std::string>(&m_content)) {
+        held->assign(text.data(), text.size());
+    } else {
+        // Made aside and moved in, so that running out of memory leaves the value as it was.
+        m_content = std::string(text);
+    }
+    m_type = kCIMTypeString;
+    m_null = false;
+    m_count = 0;
+}
+
 void TCIMValue::Set(TCIMType type, uint32_t count, const std::vector<TCIMValue>& elements) {
     Set(type, count, std::vector<TCIMValue>(elements));
 }

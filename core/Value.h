@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -99,6 +100,9 @@ public:
     void Set(TCIMType type, uint32_t count, const std::vector<TCIMValue>& elements);
     // The same, taking the elements over instead of copying them.
     void Set(TCIMType type, uint32_t count, std::vector<TCIMValue>&& elements);
+    // Makes this a string value of the text, in the room of the string it holds already, so
+    // that a value refilled with one string after another allocates only to grow.
+    void SetString(std::string_view text);
     void Set(const TCIMReference& reference);
     // The same, taking the reference over instead of copying it.
     void Set(TCIMReference&& reference);
