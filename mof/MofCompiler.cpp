@@ -608,29 +608,30 @@ void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers&
         if (!declaration) {
             FailAt(qualifier.m_at, kUnknownQualifier + std::string(qualifier.m_name));
         }
-        const TCIMValue value = QualifierValue(qualifier, *declaration);
+        QualifierValue(qualifier, *declaration, m_qualifierValue);
         uint32_t flavor = declaration->GetFlavor(TCIMOptions());
         for (const TMofToken& keyword : qualifier.m_flavors) {
             flavor = ApplyFlavor(flavor, keyword);
         }
         element.AddQualifier(
-            element.CreateQualifier(declaration, value,
+            element.CreateQualifier(declaration, m_qualifierValue,
                                     static_cast<ICIMQualifierDecl::EFlavor>(flavor), TCIMOptions()),
             TCIMOptions());
     }
 }
 
 // A qualifier named without a value is true where its type is boolean, else null.
-TCIMValue TMofCompiler::QualifierValue(const TQualifier& qualifier,
-                                       ICIMQualifierDecl& declaration) {
+void TMofCompiler::QualifierValue(const TQualifier& qualifier, ICIMQualifierDecl& declaration,
+                                  TCIMValue& value) {
     const TCIMValue::TCIMType type = declaration.GetType(TCIMOptions());
     if (qualifier.m_value.m_kind != TMofConstant::kNone) {
-        return ToValue(qualifier.m_value, qualifier.m_at, type, 0);
+        ToValue(qualifier.m_value, qualifier.m_at, type, 0, value);
+        return;
     }
     TMofLiteral implied;
     implied.m_kind = type == kCIMTypeBoolean ? TMofConstant::kBoolean : TMofConstant::kNull;
     implied.m_text = kTrue;
-    return ToValue(implied, qualifier.m_at, type, 0);
+    ToValue(implied, qualifier.m_at, type, 0, value);
 }
 
 // The class of the name, null where the namespace has none; each caller says why it needs it.
@@ -661,10 +662,10 @@ TMofCompiler::ReferencedClass(std::string_view name, const TMofToken& at,
     return found;
 }
 
-TCIMValue TMofCompiler::ToValue(const TMofLiteral& literal, const TMofToken& at,
-                                TCIMValue::TCIMType type, uint32_t arraySize) {
+void TMofCompiler::ToValue(const TMofLiteral& literal, const TMofToken& at,
+                           TCIMValue::TCIMType type, uint32_t arraySize, TCIMValue& value) {
     try {
-        return MofLiteralToValue(literal, type, arraySize, m_namespace, m_aliasLookup, m_valueText);
+        MofLiteralToValue(literal, type, arraySize, m_namespace, m_aliasLookup, m_valueText, value);
     } catch (const TMofValueError& error) {
         FailAt(at, error.what());
     }
@@ -828,7 +829,8 @@ void TMofCompiler::Parameter(const boost::shared_ptr<ICIMClass>& cimClass,
 void TMofCompiler::ParameterDefault(TCIMValue::TCIMType type, uint32_t arraySize) {
     const TMofToken valueAt = m_source->m_token;
     Initializer(m_literal);
-    ToValue(m_literal, valueAt, type, arraySize);
+    TCIMValue checked;
+    ToValue(m_literal, valueAt, type, arraySize, checked);
     if (!m_warnedParameterDefault) {
         m_warnedParameterDefault = true;
         Log(kWarningLevel, IncludedPath(), valueAt.m_line, valueAt.m_column,
@@ -847,7 +849,9 @@ TCIMValue TMofCompiler::Default(TCIMValue::TCIMType type, bool shaped) {
     }
     const TMofToken valueAt = m_source->m_token;
     Initializer(m_literal);
-    return ToValue(m_literal, valueAt, type, arraySize);
+    TCIMValue value;
+    ToValue(m_literal, valueAt, type, arraySize, value);
+    return value;
 }
 
 // array: "[" [positiveDecimalValue] "]"; the size, 0 for none.
@@ -948,8 +952,8 @@ void TMofCompiler::ValueInitializer(const boost::shared_ptr<ICIMInstance>& insta
                        instance->GetClass(TCIMOptions())->GetName(TCIMOptions()));
     }
     // An instance's array is as long as its elements: the declared size belongs to the class.
-    const TCIMValue value = ToValue(literal, valueAt, declaration->GetType(TCIMOptions()), 0);
-    instance->SetPropertyValue(name, value, TCIMOptions());
+    ToValue(literal, valueAt, declaration->GetType(TCIMOptions()), 0, m_propertyValue);
+    instance->SetPropertyValue(name, m_propertyValue, TCIMOptions());
     const EEmbeddedObject kind = EmbeddedKind(qualifiers);
     if (kind != kEmbeddedNone) {
         instance->SetPropertyEmbeddedObject(name, kind, TCIMOptions());

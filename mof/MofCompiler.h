@@ -156,9 +156,11 @@ private:
     static EEmbeddedObject EmbeddedKind(const TQualifiers& qualifiers);
     static EEmbeddedObject TakeEmbeddedMarker(TQualifiers& qualifiers);
     void ApplyQualifiers(ICIMNamedElement& element, const TQualifiers& qualifiers);
-    TCIMValue QualifierValue(const TQualifier& qualifier, ICIMQualifierDecl& declaration);
-    TCIMValue ToValue(const TMofLiteral& literal, const TMofToken& at, TCIMValue::TCIMType type,
-                      uint32_t arraySize);
+    void QualifierValue(const TQualifier& qualifier, ICIMQualifierDecl& declaration,
+                        TCIMValue& value);
+    // The literal as the type into the value given, whose room for a string serves again.
+    void ToValue(const TMofLiteral& literal, const TMofToken& at, TCIMValue::TCIMType type,
+                 uint32_t arraySize, TCIMValue& value);
     std::string AliasPath(std::string_view alias) const;
     void CommitInstance(const boost::shared_ptr<ICIMInstance>& instance, const std::string& alias,
                         const TMofToken& at);
@@ -192,6 +194,10 @@ private:
     // The name handed to a core call, which copies it, and the text of a value.
     std::string m_name;
     std::string m_valueText;
+    // The values of a qualifier and of an instance's property, which the core copies: kept, so
+    // that a string of one is made in the room of the one before.
+    TCIMValue m_qualifierValue;
+    TCIMValue m_propertyValue;
 };
 
 } // namespace NQRN20

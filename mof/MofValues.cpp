@@ -93,27 +93,31 @@ const std::string& CoreText(const TMofConstant& literal, ECIMType type, const TA
     return text;
 }
 
-TCIMValue ScalarToValue(const TMofConstant& literal, ECIMType type,
-                        const boost::shared_ptr<ICIMNamespace>& ns, const TAliasLookup& aliases,
-                        std::string& buffer) {
+// The literal as a scalar of the type, into the value given, whose string room serves again.
+void ScalarToValue(const TMofConstant& literal, ECIMType type,
+                   const boost::shared_ptr<ICIMNamespace>& ns, const TAliasLookup& aliases,
+                   std::string& buffer, TCIMValue& value) {
     if (literal.m_kind == TMofConstant::kNull) {
-        return TCIMValue(type, 0);
+        value = TCIMValue(type, 0);
+        return;
     }
     if (!Accepts(type, literal.m_kind)) {
         Mismatch(literal, type);
     }
     // The commonest values need no conversion: a string as it stands, and a boolean's word.
     if (type == kCIMTypeString) {
-        return TCIMValue(std::string(literal.m_text));
+        value.SetString(literal.m_text);
+        return;
     }
     if (type == kCIMTypeBoolean) {
         static const TCIMValue kTrueValue(kCIMTypeBoolean, kTrue, nullptr);
         static const TCIMValue kFalseValue(kCIMTypeBoolean, kFalse, nullptr);
-        return literal.m_text.size() == 4 ? kTrueValue : kFalseValue;
+        value = literal.m_text.size() == sizeof kTrue - 1 ? kTrueValue : kFalseValue;
+        return;
     }
     const std::string& text = CoreText(literal, type, aliases, buffer);
     try {
-        return TCIMValue(type, text, ns);
+        value = TCIMValue(type, text, ns);
     } catch (const TQRNException&) {
         Mismatch(literal, type);
     }
@@ -154,30 +158,29 @@ TCIMValue::TCIMType MofDataType(std::string_view word) {
     }
 }
 
-TCIMValue MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type,
-                            uint32_t arraySize, const boost::shared_ptr<ICIMNamespace>& ns,
-                            const TAliasLookup& aliases, std::string& text) {
+void MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type, uint32_t arraySize,
+                       const boost::shared_ptr<ICIMNamespace>& ns, const TAliasLookup& aliases,
+                       std::string& text, TCIMValue& value) {
     const ECIMType element = type.GetElementType();
     if (!type.IsArray()) {
         if (literal.m_kind == TMofConstant::kArray) {
             throw TMofValueError(kArrayForScalar + type.GetName());
         }
-        return ScalarToValue(literal, element, ns, aliases, text);
+        ScalarToValue(literal, element, ns, aliases, text, value);
+        return;
     }
     if (literal.m_kind == TMofConstant::kNull) {
-        return TCIMValue(type, arraySize);
+        value = TCIMValue(type, arraySize);
+        return;
     }
     std::vector<TCIMValue> elements;
-    if (literal.m_kind != TMofConstant::kArray) {
-        elements.push_back(ScalarToValue(literal, element, ns, aliases, text));
+    const bool single = literal.m_kind != TMofConstant::kArray;
+    elements.resize(single ? 1 : literal.m_elements.size());
+    for (size_t i = 0; i < elements.size(); ++i) {
+        ScalarToValue(single ? literal : literal.m_elements[i], element, ns, aliases, text,
+                      elements[i]);
     }
-    elements.reserve(literal.m_elements.size());
-    for (const TMofConstant& each : literal.m_elements) {
-        elements.push_back(ScalarToValue(each, element, ns, aliases, text));
-    }
-    TCIMValue value;
     value.Set(type, arraySize, std::move(elements));
-    return value;
 }
 
 } // namespace NQRN20

@@ -46,12 +46,13 @@ private:
 };
 
 // The value of the literal as the type, an array of arraySize (0 for any) where the type is
-// one; a scalar literal for an array type gives an array of one, as qualifiers are often
-// written. The text handed to the core is built in the buffer given, which the caller keeps so
-// that its room serves every value. Throws TMofValueError.
-TCIMValue MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type,
-                            uint32_t arraySize, const boost::shared_ptr<ICIMNamespace>& ns,
-                            const TAliasLookup& aliases, std::string& text);
+// one, into the value given, whose room for a string serves again; a scalar literal for an array
+// type gives an array of one, as qualifiers are often written. The text handed to the core is
+// built in the buffer given, which the caller keeps so that its room serves every value. Throws
+// TMofValueError, leaving the value as it was.
+void MofLiteralToValue(const TMofLiteral& literal, TCIMValue::TCIMType type, uint32_t arraySize,
+                       const boost::shared_ptr<ICIMNamespace>& ns, const TAliasLookup& aliases,
+                       std::string& text, TCIMValue& value);
 
 // The decimal spelling of a decimal, hexadecimal (0x), octal (leading 0) or binary (trailing
 // b) integer literal; throws TMofValueError for any other text or one beyond 64 bits.
