@@ -109,6 +109,11 @@ TEST(TCIMValue, ComparesTypeCountAndContentAndIsTrueWhenPresentOrABooleanTrue) {
     EXPECT_NE(Text(kCIMTypeUint8, "16"), Text(kCIMTypeUint16, "16"));
     EXPECT_NE(TCIMValue(kCIMTypeString, 0), Text(kCIMTypeString, ""));
     EXPECT_EQ(Text(kCIMTypeString, " a\n"), TCIMValue(std::string(" a\n")));
+    TCIMValue refilled(TCIMValue::TCIMType(kCIMTypeUint8).GetArrayType(), 3);
+    for (const char* text : {"b", "a text longer than the room of the string before", ""}) {
+        refilled.SetString(text);
+        EXPECT_EQ(Text(kCIMTypeString, text), refilled);
+    }
     EXPECT_NE(TCIMValue(kCIMTypeUint8, 1), TCIMValue(kCIMTypeUint8, 2));
     EXPECT_FALSE(TCIMValue() || TCIMValue(kCIMTypeBoolean, 0) || Text(kCIMTypeBoolean, "false"));
     EXPECT_TRUE(Text(kCIMTypeBoolean, "true") && Text(kCIMTypeUint8, "0"));
