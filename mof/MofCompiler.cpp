@@ -279,7 +279,7 @@ bool TMofCompiler::StartsDeclaration(const TMofToken& token) {
 
 // A text that is no token is reported only where the parser looks at it, so that it costs the
 // declaration it is in rather than the one before.
-void TMofCompiler::Advance() {
+inline void TMofCompiler::Advance() {
     TMofToken& token = m_source->m_token;
     m_ended |= token.Is(';') && m_braceDepth == 0;
     m_braceDepth += token.Is('{') ? 1 : token.Is('}') ? -1 : 0;
