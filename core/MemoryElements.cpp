@@ -123,7 +123,7 @@ boost::shared_ptr<ICIMQualifier> TQualifierSet::Find(const std::string& name) co
 
 template <class TFunction>
 void TQualifierSet::ForEachEffective(TFunction&& function) const {
-    std::unordered_set<std::string_view, TNameHash, TNameEqual> inheritedNames;
+    std::unordered_set<std::string_view, THashNoCase, TEqualNoCase> inheritedNames;
     const bool indexed = m_inherited.size() > kIndexedFrom && m_own.size() > kIndexedFrom;
     for (size_t i = 0; indexed && i < m_inherited.size(); ++i) {
         inheritedNames.insert(m_inherited[i]->GetName(TCIMOptions()));

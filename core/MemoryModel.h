@@ -249,18 +249,8 @@ private:
         boost::shared_ptr<ICIMQualifier> m_qualifier;
         const std::string* m_name;
     };
-    struct TNameHash {
-        size_t operator()(std::string_view name) const {
-            return THashNoCase()(name.data(), name.size());
-        }
-    };
-    struct TNameEqual {
-        bool operator()(std::string_view a, std::string_view b) const {
-            return a.size() == b.size() && EqualNoCase(a.data(), b.data(), a.size());
-        }
-    };
     // Own qualifiers by name, to the position of each.
-    using TOwnIndex = std::unordered_map<std::string_view, size_t, TNameHash, TNameEqual>;
+    using TOwnIndex = std::unordered_map<std::string_view, size_t, THashNoCase, TEqualNoCase>;
 
     // Only a hostile document attaches more than a few qualifiers to one element, or inherits
     // more: beyond this many, names are found through a hash rather than compared one by one,

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 namespace NQRN20 {
 
@@ -117,7 +118,7 @@ inline std::string TrimXmlSpace(const std::string& text) {
 // names. Eight bytes are mixed at a time, each with its 0x20 bit set, which is all that tells an
 // ASCII capital from its small letter.
 struct THashNoCase {
-    size_t operator()(const std::string& text) const { return (*this)(text.data(), text.size()); }
+    size_t operator()(std::string_view text) const { return (*this)(text.data(), text.size()); }
     size_t operator()(const char* p, std::size_t size) const {
         uint64_t hash = size;
         const auto mix = [&hash](uint64_t word) {
@@ -143,6 +144,13 @@ struct THashNoCase {
         hash ^= hash >> 33;
         hash *= 0xFF51AFD7ED558CCDull;
         return static_cast<size_t>(hash ^ (hash >> 33));
+    }
+};
+
+// Equality to go with THashNoCase, for tables keyed by views of names.
+struct TEqualNoCase {
+    bool operator()(std::string_view a, std::string_view b) const {
+        return a.size() == b.size() && EqualNoCase(a.data(), b.data(), a.size());
     }
 };
 
