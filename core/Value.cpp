@@ -100,9 +100,6 @@ TCIMValue::TCIMValue(TCIMType type, uint32_t count) : m_type(type), m_count(coun
 TCIMValue::TCIMValue(const TCIMDateTime& dateTime)
     : m_type(kCIMTypeDateTime), m_null(false), m_content(dateTime) {}
 
-TCIMValue::TCIMValue(std::string text)
-    : m_type(kCIMTypeString), m_null(false), m_content(std::move(text)) {}
-
 void TCIMValue::SetString(std::string_view text) {
     if (std::string* held = std::get_if<std::string>(&m_content)) {
         held->assign(text.data(), text.size());

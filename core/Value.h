@@ -83,9 +83,6 @@ public:
     // A null value of the type; the count is an array size and costs nothing per element.
     TCIMValue(TCIMType type, uint32_t count);
     explicit TCIMValue(const TCIMDateTime& dateTime);
-    // A string value that takes the text over: what the text constructor makes for a string
-    // type, without its copy.
-    explicit TCIMValue(std::string text);
     // Copies that run out of memory unwind cleanly, and assignment copies into a new value and
     // moves that in, leaving this value whole rather than with its type changed and its content
     // not.
