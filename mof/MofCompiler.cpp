@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iterator>
 #include <string_view>
 
 namespace NQRN20 {
@@ -41,6 +40,17 @@ const char* const kRealWords[] = {"INF", "NaN"};
 // Whether the text is the word, in any letter case, as keywords and names are matched.
 bool IsWord(std::string_view text, std::string_view word) {
     return text.size() == word.size() && EqualNoCase(text.data(), word.data(), word.size());
+}
+
+// The entry of a keyword table whose name is the word, in any letter case; null for none.
+template <class TEntry, size_t N>
+const TEntry* EntryNamed(const TEntry (&table)[N], std::string_view word) {
+    for (const TEntry& entry : table) {
+        if (IsWord(word, entry.m_name)) {
+            return &entry;
+        }
+    }
+    return nullptr;
 }
 
 // The kind of literal a word is, kNone for a word that is no value.
@@ -127,7 +137,7 @@ const struct {
 
 // Declarations of kinds the namespace has no object for, and how the error names them.
 const struct {
-    const char* m_keyword;
+    const char* m_name;
     const char* m_kind;
 } kUnsupportedDeclarations[] = {
     {kStructure, "structure"},
@@ -236,10 +246,11 @@ void TMofCompiler::Production() {
 // passes over its body.
 void TMofCompiler::RefuseDeclaration() {
     const TMofToken& token = m_source->m_token;
-    for (const auto& kind : kUnsupportedDeclarations) {
-        if (token.m_kind == TMofToken::kIdentifier && IsWord(token.m_text, kind.m_keyword)) {
-            FailAt(token, kind.m_kind + std::string(" declarations are") + kNotSupported);
-        }
+    const auto* kind = token.m_kind == TMofToken::kIdentifier
+                           ? EntryNamed(kUnsupportedDeclarations, token.m_text)
+                           : nullptr;
+    if (kind != nullptr) {
+        FailAt(token, kind->m_kind + std::string(" declarations are") + kNotSupported);
     }
     Fail(kExpected + std::string("class, association, instance, qualifier or #pragma"));
 }
@@ -471,11 +482,8 @@ uint32_t TMofCompiler::Scope() {
     do {
         const TMofToken at = m_source->m_token;
         const std::string_view word = ExpectIdentifier("a scope");
-        const auto* const end = std::end(kScopes);
-        const auto* const kind = std::find_if(std::begin(kScopes), end, [&](const auto& entry) {
-            return IsWord(word, entry.m_name);
-        });
-        if (kind == end) {
+        const auto* const kind = EntryNamed(kScopes, word);
+        if (kind == nullptr) {
             FailAt(at, "unknown scope " + std::string(word));
         }
         if (kind->m_bits == 0) {
@@ -492,13 +500,12 @@ uint32_t TMofCompiler::Policy() {
     Expect('(');
     const TMofToken at = m_source->m_token;
     const std::string_view word = ExpectIdentifier("a policy");
-    for (const auto& kind : kPolicies) {
-        if (IsWord(word, kind.m_name)) {
-            Expect(')');
-            return kind.m_flavor;
-        }
+    const auto* const kind = EntryNamed(kPolicies, word);
+    if (kind == nullptr) {
+        FailAt(at, "unknown policy " + std::string(word));
     }
-    FailAt(at, "unknown policy " + std::string(word));
+    Expect(')');
+    return kind->m_flavor;
 }
 
 // flavor ("," flavor)* ")"
@@ -513,10 +520,10 @@ uint32_t TMofCompiler::Flavors(uint32_t flavor) {
 
 // The flavor with the keyword's bit set or cleared.
 uint32_t TMofCompiler::ApplyFlavor(uint32_t flavor, const TMofToken& keyword) const {
-    for (const auto& kind : kFlavors) {
-        if (keyword.m_kind == TMofToken::kIdentifier && IsWord(keyword.m_text, kind.m_name)) {
-            return kind.m_set ? flavor | kind.m_bit : flavor & ~kind.m_bit;
-        }
+    const auto* const kind =
+        keyword.m_kind == TMofToken::kIdentifier ? EntryNamed(kFlavors, keyword.m_text) : nullptr;
+    if (kind != nullptr) {
+        return kind->m_set ? flavor | kind->m_bit : flavor & ~kind->m_bit;
     }
     const std::string text(keyword.m_text);
     FailAt(keyword, keyword.m_kind == TMofToken::kIdentifier ? "unknown flavor " + text
@@ -939,7 +946,6 @@ void TMofCompiler::ValueInitializer(const boost::shared_ptr<ICIMInstance>& insta
     const std::string name(ExpectIdentifier("a property name"));
     Expect('=');
     const TMofToken valueAt = m_source->m_token;
-    const TMofLiteral& literal = m_literal;
     Initializer(m_literal);
     Expect(';');
     boost::shared_ptr<ICIMPropertyDecl> declaration;
@@ -952,7 +958,7 @@ void TMofCompiler::ValueInitializer(const boost::shared_ptr<ICIMInstance>& insta
                        instance->GetClass(TCIMOptions())->GetName(TCIMOptions()));
     }
     // An instance's array is as long as its elements: the declared size belongs to the class.
-    ToValue(literal, valueAt, declaration->GetType(TCIMOptions()), 0, m_propertyValue);
+    ToValue(m_literal, valueAt, declaration->GetType(TCIMOptions()), 0, m_propertyValue);
     instance->SetPropertyValue(name, m_propertyValue, TCIMOptions());
     const EEmbeddedObject kind = EmbeddedKind(qualifiers);
     if (kind != kEmbeddedNone) {
