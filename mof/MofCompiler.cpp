@@ -621,7 +621,7 @@ void TMofCompiler::ApplyQualifiers(ICIMNamedElement& element, const TQualifiers&
             flavor = ApplyFlavor(flavor, keyword);
         }
         element.AddQualifier(
-            element.CreateQualifier(declaration, m_qualifierValue,
+            element.CreateQualifier(std::move(declaration), m_qualifierValue,
                                     static_cast<ICIMQualifierDecl::EFlavor>(flavor), TCIMOptions()),
             TCIMOptions());
     }
